@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QString>
+
+// The one way the logic talks to the user: message boxes with a title, a
+// text and a set of buttons. The window program shows real message boxes,
+// the command line prints them, tests script the answers and check the words.
+
+enum class MessageButtons { Ok, YesNo, YesNoCancel };
+enum class MessageIcon { None, Information, Question, Exclamation, Critical };
+enum class MessageAnswer { Ok, Yes, No, Cancel };
+
+struct Message
+{
+    QString title;
+    QString text;
+    MessageButtons buttons = MessageButtons::Ok;
+    MessageIcon icon = MessageIcon::None;
+};
+
+class Prompt
+{
+public:
+    virtual ~Prompt() = default;
+    virtual MessageAnswer ask(const Message &message) = 0;
+};
+
+// The prompt in use. Until one is installed, messages go to stderr as
+// "title: text" and every question is answered with its safe choice
+// (No, or Cancel where there is one).
+Prompt &currentPrompt();
+// Installs `prompt` for the whole process; nullptr restores the default.
+void installPrompt(Prompt *prompt);
+
+MessageAnswer showMessage(const QString &title, const QString &text,
+                          MessageButtons buttons = MessageButtons::Ok,
+                          MessageIcon icon = MessageIcon::None);

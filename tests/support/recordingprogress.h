@@ -1,0 +1,42 @@
+#pragma once
+
+#include "configfiles/errorreport.h"
+#include "configfiles/progress.h"
+
+#include <QStringList>
+
+// Counts the band's advances and keeps the step messages; installs itself
+// for its lifetime.
+class RecordingProgress final : public Progress
+{
+public:
+    RecordingProgress() { installProgress(this); }
+    ~RecordingProgress() override { installProgress(nullptr); }
+
+    void step(const QString &message) override { steps.append(message); }
+    void advance() override { ++advances; }
+
+    QStringList steps;
+    int advances = 0;
+};
+
+// Keeps the errors handed to ProcessError instead of writing reports.
+class RecordingErrorSink final : public ErrorSink
+{
+public:
+    RecordingErrorSink() { installErrorSink(this); }
+    ~RecordingErrorSink() override { installErrorSink(nullptr); }
+
+    void processError(const RunError &error, const QString &message) override
+    {
+        errors.append({error.number(), error.description(), message});
+    }
+
+    struct Entry
+    {
+        int number;
+        QString description;
+        QString message;
+    };
+    QList<Entry> errors;
+};
