@@ -1,0 +1,7 @@
+#include "modelcatalogue.h"
+
+ModelCatalogue &Catalogue()
+{
+    static ModelCatalogue catalogue;
+    return catalogue;
+}
