@@ -1,0 +1,69 @@
+#include "gamepathproposals.h"
+
+#include "configfiles/fileops.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+
+bool holdsSystemFolder(const QString &candidate)
+{
+    return QFileInfo(findPathNoCase(candidate, QStringLiteral("System"))).isDir();
+}
+
+bool holdsUserIni(const QString &candidate)
+{
+    return QFileInfo(findPathNoCase(candidate, QStringLiteral("System/user.ini"))).isFile();
+}
+
+} // namespace
+
+QStringList GamePathCandidates(const QString &home)
+{
+    const QString base = AddBackslash(QDir::toNativeSeparators(home));
+    QStringList candidates;
+    for (const char *place :
+        { ".utpg", ".loki/ut", "UnrealTournament", ".local/share/UnrealTournament", "ut",
+            "games/UnrealTournament", ".steam/steam/steamapps/common/Unreal Tournament" })
+        candidates.append(
+            AddBackslash(base + QDir::toNativeSeparators(QString::fromLatin1(place))));
+    return candidates;
+}
+
+QString FirstGamePath(const QStringList &candidates)
+{
+    for (const QString &candidate : candidates) {
+        if (holdsUserIni(candidate))
+            return candidate;
+    }
+    for (const QString &candidate : candidates) {
+        if (holdsSystemFolder(candidate))
+            return candidate;
+    }
+    return {};
+}
+
+QString ProposedGamePath()
+{
+#ifdef Q_OS_WIN
+    if (QFileInfo::exists(QStringLiteral("c:\\unrealtournament\\system\\user.ini")))
+        return QStringLiteral("C:\\UnrealTournament\\");
+    return {};
+#else
+    return FirstGamePath(GamePathCandidates(QDir::homePath()));
+#endif
+}
+
+QString ProposedConfigPath(const QString &gamePath)
+{
+#ifdef Q_OS_WIN
+    Q_UNUSED(gamePath);
+    return QStringLiteral("C:\\UnrealTournament\\Configs\\");
+#else
+    if (!gamePath.isEmpty())
+        return AddBackslash(gamePath) + QStringLiteral("Configs") + QDir::separator();
+    return AddBackslash(QDir::toNativeSeparators(QDir::homePath()))
+        + QStringLiteral("QuorvaneConfigs") + QDir::separator();
+#endif
+}

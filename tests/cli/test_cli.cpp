@@ -1,0 +1,338 @@
+#include "testfiles.h"
+
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Run
+{
+    int exitCode = -1;
+    QByteArray out;
+    QString err;
+
+    QJsonValue json() const
+    {
+        // Wrapping lets a lone JSON string parse as a document too.
+        const QJsonDocument document = QJsonDocument::fromJson('[' + out + ']');
+        return document.array().at(0);
+    }
+};
+
+} // namespace
+
+class TestCli : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+
+    void defaultsHoldTheDefaultRoster_data();
+    void defaultsHoldTheDefaultRoster();
+    void savedRosterReadsBack();
+    void listShowsConfigurationsByName();
+    void saveKeepsAnExistingFileWithoutForce();
+    void refusesMalformedRosters_data();
+    void refusesMalformedRosters();
+    void applyReplacesOnlyTheSection();
+    void applyRefusesAMissingConfiguration();
+    void optionsWriteChangesOnlyTheGivenFields();
+    void usageErrors_data();
+    void usageErrors();
+
+private:
+    Run cli(const QStringList &arguments, const QByteArray &input = {});
+    const QJsonObject &defaultRoster() const { return m_defaultRoster; }
+    QString configDir() const { return m_dir->filePath(u"configs"_s); }
+
+    std::unique_ptr<QTemporaryDir> m_dir;
+    QJsonObject m_defaultRoster;
+};
+
+Run TestCli::cli(const QStringList &arguments, const QByteArray &input)
+{
+    QProcess process;
+    // Never the executable's directory: the tests must not write beside it.
+    process.start(QStringLiteral(QUORVANE_CLI),
+                  QStringList{u"--program-dir"_s, m_dir->filePath(u"program"_s)} + arguments);
+    process.write(input);
+    process.closeWriteChannel();
+    if (!process.waitForFinished(30000))
+        qWarning() << "quorvane-cli did not finish:" << arguments;
+    return Run{process.exitCode(), process.readAllStandardOutput(),
+               QString::fromUtf8(process.readAllStandardError())};
+}
+
+void TestCli::initTestCase()
+{
+    init();
+    m_defaultRoster = cli({u"defaults"_s}).json().toObject();
+    QVERIFY(!m_defaultRoster.isEmpty());
+}
+
+void TestCli::init()
+{
+    m_dir = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_dir->isValid());
+    QVERIFY(QDir(m_dir->path()).mkpath(u"program"_s));
+    QVERIFY(QDir(m_dir->path()).mkpath(u"configs"_s));
+}
+
+void TestCli::defaultsHoldTheDefaultRoster_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<int>("slot"); // -1 for a list-wide value
+    QTest::addColumn<QJsonValue>("expected");
+
+    QTest::newRow("first name") << u"BotNames"_s << 0 << QJsonValue(u"Archon"_s);
+    QTest::newRow("no team") << u"BotTeams"_s << 0 << QJsonValue(255);
+    QTest::newRow("gold team") << u"BotTeams"_s << 31 << QJsonValue(3);
+    QTest::newRow("class") << u"BotClasses"_s << 1 << QJsonValue(u"BotPack.TFemale2Bot"_s);
+    QTest::newRow("no voice") << u"VoiceType"_s << 5 << QJsonValue(u""_s);
+    QTest::newRow("alertness") << u"Alertness"_s << 18 << QJsonValue(-30);
+    QTest::newRow("combat style") << u"CombatStyle"_s << 20 << QJsonValue(u"-1.000000"_s);
+    QTest::newRow("weapon") << u"FavoriteWeapon"_s << 16 << QJsonValue(u"Botpack.UT_FlakCannon"_s);
+    QTest::newRow("jumpy") << u"BotJumpy"_s << 30 << QJsonValue(1);
+    QTest::newRow("difficulty") << u"Difficulty"_s << -1 << QJsonValue(0);
+    QTest::newRow("adjust skill") << u"bAdjustSkill"_s << -1 << QJsonValue(false);
+    QTest::newRow("random order") << u"bRandomOrder"_s << -1 << QJsonValue(false);
+    QTest::newRow("description") << u"Description"_s << -1 << QJsonValue(u""_s);
+}
+
+void TestCli::defaultsHoldTheDefaultRoster()
+{
+    QFETCH(QString, key);
+    QFETCH(int, slot);
+    QFETCH(QJsonValue, expected);
+
+    const QJsonObject roster = defaultRoster();
+    QCOMPARE(roster.size(), 18);
+    const QJsonValue value = roster.value(key);
+    if (slot < 0) {
+        QCOMPARE(value, expected);
+    } else {
+        QCOMPARE(value.toArray().size(), 32);
+        QCOMPARE(value.toArray().at(slot), expected);
+    }
+}
+
+void TestCli::savedRosterReadsBack()
+{
+    QJsonObject roster = defaultRoster();
+    QJsonArray names = roster.value("BotNames"_L1).toArray();
+    names.replace(3, u"Zoë=the=Brave"_s); // non-ASCII, and "=" inside a value
+    roster.insert("BotNames"_L1, names);
+    roster.insert("Difficulty"_L1, 5);
+    roster.insert("bAdjustSkill"_L1, true);
+    roster.insert("Description"_L1, u"Night matches, small maps"_s);
+    const QByteArray json = QJsonDocument(roster).toJson();
+
+    const Run save = cli({u"--config-dir"_s, configDir(), u"save"_s, u"night.qvn"_s, u"--roster"_s,
+                          u"-"_s},
+                         json);
+    QCOMPARE(save.err, QString());
+    QCOMPARE(save.exitCode, 0);
+
+    // Every description line reads back with a space after it.
+    roster.insert("Description"_L1, u"Night matches, small maps "_s);
+    const Run open = cli({u"open"_s, u"night.qvn"_s, u"--config-dir"_s, configDir()});
+    QCOMPARE(open.exitCode, 0);
+    QCOMPARE(open.json().toObject(), roster);
+
+    const Run describe = cli({u"describe"_s, u"night.qvn"_s, u"--config-dir"_s, configDir()});
+    QCOMPARE(describe.exitCode, 0);
+    QCOMPARE(describe.out, QByteArray("\"Night matches, small maps \"\n"));
+}
+
+void TestCli::listShowsConfigurationsByName()
+{
+    for (const QString &name : {u"zulu.qvn"_s, u"Alpha.qvn"_s, u"mike.QVN"_s})
+        QCOMPARE(cli({u"save"_s, name, u"--config-dir"_s, configDir()}).exitCode, 0);
+    QVERIFY(writeTestFile(configDir() + u"/notes.txt"_s, "not a configuration"));
+
+    const Run list = cli({u"list"_s, u"--config-dir"_s, configDir()});
+    QCOMPARE(list.exitCode, 0);
+    QStringList files;
+    for (const QJsonValue &entry : list.json().toArray()) {
+        files.append(entry["file"_L1].toString());
+        QCOMPARE(entry["description"_L1], QJsonValue(u" "_s)); // an empty description
+    }
+    QCOMPARE(files, (QStringList{u"Alpha.qvn"_s, u"mike.QVN"_s, u"zulu.qvn"_s}));
+}
+
+void TestCli::saveKeepsAnExistingFileWithoutForce()
+{
+    const QString path = configDir() + u"/kept.qvn"_s;
+    QVERIFY(writeTestFile(path, "my own file\r\n"));
+
+    const Run refused = cli({u"--config-dir"_s, configDir(), u"save"_s, u"kept.qvn"_s});
+    QCOMPARE(refused.exitCode, 2);
+    QCOMPARE(refused.err, u"File Already Exists: This file exists, do you really want to over "
+                          "write it?\n"_s);
+    QCOMPARE(readTestFile(path), QByteArray("my own file\r\n"));
+
+    const Run forced = cli({u"--config-dir"_s, configDir(), u"save"_s, u"kept.qvn"_s,
+                            u"--force"_s});
+    QCOMPARE(forced.exitCode, 0);
+    QVERIFY(readTestFile(path).startsWith("*"));
+}
+
+void TestCli::refusesMalformedRosters_data()
+{
+    QTest::addColumn<QByteArray>("json");
+    QTest::addColumn<QString>("problem");
+
+    const QJsonObject roster = defaultRoster();
+    const auto changed = [&](const QString &key, const QJsonValue &value) {
+        QJsonObject copy = roster;
+        if (value.isUndefined())
+            copy.remove(key);
+        else
+            copy.insert(key, value);
+        return QJsonDocument(copy).toJson();
+    };
+    const auto withSlot = [&](const QString &key, int slot, const QJsonValue &value) {
+        QJsonArray array = roster.value(key).toArray();
+        array.replace(slot, value);
+        return changed(key, array);
+    };
+    QJsonArray shortNames = roster.value("BotNames"_L1).toArray();
+    shortNames.removeLast();
+
+    QTest::newRow("not JSON") << QByteArray("{\"BotNames\": [") << u"not valid JSON"_s;
+    QTest::newRow("an array") << QByteArray("[]") << u"the roster must be a JSON object"_s;
+    QTest::newRow("missing key") << changed(u"BotSkins"_s, QJsonValue::Undefined)
+                                 << u"missing key \"BotSkins\""_s;
+    QTest::newRow("unknown key") << changed(u"BotColour"_s, 1) << u"unknown key \"BotColour\""_s;
+    QTest::newRow("31 names") << changed(u"BotNames"_s, shortNames)
+                              << u"\"BotNames\" has 31 values; it must have exactly 32"_s;
+    QTest::newRow("teams not an array") << changed(u"BotTeams"_s, u"0"_s)
+                                        << u"\"BotTeams\" must be an array of 32 integers"_s;
+    QTest::newRow("number as text") << withSlot(u"BotJumpy"_s, 5, u"1"_s)
+                                    << u"\"BotJumpy[5]\" must be an integer"_s;
+    QTest::newRow("fraction") << withSlot(u"BotSkills"_s, 3, 1.5)
+                              << u"\"BotSkills[3]\" must be an integer"_s;
+    QTest::newRow("beyond 16 bits")
+        << withSlot(u"Camping"_s, 0, 40000)
+        << u"\"Camping[0]\" is 40000, outside the range -32768 to 32767"_s;
+    QTest::newRow("below 16 bits")
+        << changed(u"Difficulty"_s, -32769)
+        << u"\"Difficulty\" is -32769, outside the range -32768 to 32767"_s;
+    QTest::newRow("number as class") << withSlot(u"BotClasses"_s, 2, 7)
+                                     << u"\"BotClasses[2]\" must be a string"_s;
+    QTest::newRow("boolean as number") << changed(u"bAdjustSkill"_s, 1)
+                                       << u"\"bAdjustSkill\" must be true or false"_s;
+    QTest::newRow("no description") << changed(u"Description"_s, QJsonValue::Null)
+                                    << u"\"Description\" must be a string"_s;
+}
+
+void TestCli::refusesMalformedRosters()
+{
+    QFETCH(QByteArray, json);
+    QFETCH(QString, problem);
+
+    const Run run = cli({u"--config-dir"_s, configDir(), u"save"_s, u"bad.qvn"_s, u"--roster"_s,
+                         u"-"_s},
+                        json);
+    QCOMPARE(run.exitCode, 2);
+    QVERIFY2(run.err.startsWith(u"stdin: "_s + problem), qPrintable(run.err));
+    QVERIFY(!QFile::exists(configDir() + u"/bad.qvn"_s));
+}
+
+void TestCli::applyReplacesOnlyTheSection()
+{
+    const QString game = m_dir->filePath(u"game"_s);
+    const QString demoSystem = QStringLiteral(QUORVANE_SOURCE_DIR) + u"/demo/UnrealTournament/System/"_s;
+    const QByteArray before = readTestFile(demoSystem + u"User.ini"_s);
+    QVERIFY(writeTestFile(game + u"/System/User.ini"_s, before));
+
+    const QStringList dirs{u"--game-dir"_s, game, u"--config-dir"_s, configDir()};
+    QCOMPARE(cli(dirs + QStringList{u"save"_s, u"Default.qvn"_s}).exitCode, 0);
+    const Run apply = cli(dirs + QStringList{u"apply"_s, u"Default.qvn"_s, u"--backup"_s});
+    QCOMPARE(apply.exitCode, 0);
+    QCOMPARE(apply.out, QByteArray("Completed\n"));
+
+    const QByteArray after = readTestFile(game + u"/System/User.ini"_s);
+    const qsizetype header = before.indexOf("[Botpack.ChallengeBotInfo]");
+    const QByteArray tail = before.mid(before.indexOf("\r\n\r\n[Botpack.EndStats]"));
+    QCOMPARE(after.left(header), before.left(header));
+    QVERIFY(after.endsWith(tail));
+    QVERIFY(after.contains("\r\nBotNames[0]=Archon\r\n"));
+    QVERIFY(!after.contains("Quill"));
+
+    const QStringList backups = QDir(configDir()).entryList({u"curconfig_bkup_(*"_s});
+    QCOMPARE(backups.size(), 1);
+    QVERIFY(readTestFile(configDir() + u'/' + backups.first()).contains("BotNames[0]=Quill"));
+}
+
+void TestCli::applyRefusesAMissingConfiguration()
+{
+    const QString game = m_dir->filePath(u"game"_s);
+    QVERIFY(writeTestFile(game + u"/System/User.ini"_s, "[Engine.Input]\r\n"));
+
+    const Run apply = cli({u"--game-dir"_s, game, u"--config-dir"_s, configDir(), u"apply"_s,
+                           u"gone.qvn"_s});
+    QCOMPARE(apply.exitCode, 2);
+    QVERIFY2(apply.err.startsWith(u"Missing File: Can't find "_s), qPrintable(apply.err));
+    QCOMPARE(readTestFile(game + u"/System/User.ini"_s), QByteArray("[Engine.Input]\r\n"));
+}
+
+void TestCli::optionsWriteChangesOnlyTheGivenFields()
+{
+    const Run firstRun = cli({u"options"_s});
+    QCOMPARE(firstRun.exitCode, 0);
+    QCOMPARE(firstRun.json()["FirstRun"_L1], QJsonValue(true));
+
+    QCOMPARE(cli({u"options"_s, u"--write"_s, u"--auto-close"_s, u"1"_s, u"--config-path"_s,
+                  u"/games/configs"_s, u"--ut-path"_s, u"/games/ut/"_s})
+                 .exitCode,
+             0);
+    QCOMPARE(cli({u"options"_s, u"--write"_s, u"--ut-path"_s, u"/other/ut"_s}).exitCode, 0);
+
+    const QJsonObject expected{{u"AutoCloseSplash"_s, 1},
+                               {u"FirstRun"_s, false},
+                               {u"ConfigPath"_s, u"/games/configs/"_s},
+                               {u"UTPath"_s, u"/other/ut/"_s}};
+    QCOMPARE(cli({u"options"_s}).json().toObject(), expected);
+    QCOMPARE(readTestFile(m_dir->filePath(u"program/options.ini"_s)),
+             crlf({u"[SplashScreen]"_s, u"1"_s, u""_s, u"[UTPath]"_s, u"0"_s,
+                   u"/games/configs/"_s, u"/other/ut/"_s}));
+}
+
+void TestCli::usageErrors_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+
+    QTest::newRow("no command") << QStringList{};
+    QTest::newRow("unknown command") << QStringList{u"frobnicate"_s};
+    QTest::newRow("missing name") << QStringList{u"save"_s};
+    QTest::newRow("extra argument") << QStringList{u"open"_s, u"a.qvn"_s, u"b.qvn"_s};
+    QTest::newRow("unknown option") << QStringList{u"defaults"_s, u"--bogus"_s};
+    QTest::newRow("option without value") << QStringList{u"list"_s, u"--config-dir"_s};
+    QTest::newRow("auto-close not a number")
+        << QStringList{u"options"_s, u"--write"_s, u"--auto-close"_s, u"yes"_s};
+    QTest::newRow("change without --write") << QStringList{u"options"_s, u"--ut-path"_s, u"/x"_s};
+}
+
+void TestCli::usageErrors()
+{
+    QFETCH(QStringList, arguments);
+
+    const Run run = cli(arguments);
+    QCOMPARE(run.exitCode, 1);
+    QVERIFY(!run.err.isEmpty());
+    QVERIFY(run.out.isEmpty());
+    QVERIFY(!QFile::exists(m_dir->filePath(u"program/options.ini"_s)));
+}
+
+QTEST_GUILESS_MAIN(TestCli)
+#include "test_cli.moc"
