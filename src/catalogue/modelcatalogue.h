@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -51,6 +52,23 @@ struct UnmatchedSkin
     QString SkinType;
 };
 
+// Where the parsers resume their searches for a free slot, and the models
+// by skin type. During a scan slots are only filled, in order, and never
+// emptied, so every slot before a hint is taken: a large scan finds each free
+// slot without walking the table from its start. Code that rewrites the
+// tables in another way calls ModelCatalogue::forgetLookups().
+struct CatalogueLookups
+{
+    qsizetype freeClass = 0;
+    qsizetype freeVoice = 0;
+    qsizetype freeUnmatched = 0;
+    QList<qsizetype> freeSkin; // per model
+    // Lower-case SkinType -> first model index with it, built for
+    // `modelsIndexed` classes; stale when that differs from the table's size.
+    QHash<QString, qsizetype> modelBySkinType;
+    qsizetype modelsIndexed = -1;
+};
+
 struct ModelCatalogue
 {
     QList<MISCLASS> MISCCLASSES;
@@ -67,7 +85,19 @@ struct ModelCatalogue
     bool PatternsRequested = false;
     bool ReparseRequested = false;
     QStringList ReparseFiles;
+
+    CatalogueLookups lookups;
+    void forgetLookups() { lookups = {}; }
 };
+
+// A class slot as the tables grow it: two free skins of two free faces each.
+MISCLASS newClassSlot();
+SkinEntry newSkinSlot();
+
+// Starts the tables of a scan: two free slots in each of MISCCLASSES,
+// VoiceList, UnmatchedSkins and the three file lists. The patterns and the
+// hand-over flags are kept.
+void CreateCatalogueTables();
 
 // The catalogue the whole program reads.
 ModelCatalogue &Catalogue();

@@ -1,0 +1,71 @@
+#!/bin/sh
+# Times `quorvane-cli scan --json` over generated game folders of 5,000 and
+# 10,000 .int files against the plain cost of reading the same bytes, and
+# says whether the scan meets its targets:
+#   - at 5,000 files the scan takes at most twice the plain read;
+#   - from 5,000 to 10,000 files its time at most 2.2 times as long.
+#
+#   bench/run.sh PATH/TO/quorvane-cli [WORK_DIR]
+#
+# Builds nothing. The folders are generated into WORK_DIR (default: a
+# temporary directory, removed afterwards) and reused when already there.
+# Each measurement is the best of RUNS runs (default 5) with warm caches.
+set -eu
+
+cli=${1:?usage: bench/run.sh PATH/TO/quorvane-cli [WORK_DIR]}
+bench_dir=$(cd "$(dirname "$0")" && pwd)
+runs=${RUNS:-5}
+if [ $# -ge 2 ]; then
+    work=$2
+    mkdir -p "$work"
+else
+    work=$(mktemp -d)
+    trap 'rm -rf "$work"' EXIT
+fi
+
+# Best wall time in seconds and peak resident memory in KiB of a command,
+# run RUNS times.
+measure() {
+    python3 - "$runs" "$@" <<'PY'
+import resource, subprocess, sys, time
+runs, command = int(sys.argv[1]), sys.argv[2:]
+best = None
+for _ in range(runs):
+    start = time.perf_counter()
+    subprocess.run(command, check=True, stdout=subprocess.DEVNULL)
+    elapsed = time.perf_counter() - start
+    best = elapsed if best is None else min(best, elapsed)
+peak = resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss
+print("%.4f %d" % (best, peak))
+PY
+}
+
+for count in 5000 10000; do
+    folder=$work/game$count
+    [ -d "$folder/game/System" ] || python3 "$bench_dir/gen_game.py" "$folder" "$count"
+    bytes=$(cat "$folder"/game/System/*.int | wc -c)
+    # Warm the caches for both sides.
+    cat "$folder"/game/System/*.int > /dev/null
+    set -- $(measure sh -c 'cat "$0"/game/System/*.int > /dev/null' "$folder")
+    read_time=$1
+    set -- $(measure "$cli" --program-dir "$folder/program" --game-dir "$folder/game" scan --json)
+    scan_time=$1
+    scan_peak=$2
+    eval "read_$count=$read_time scan_$count=$scan_time peak_$count=$scan_peak bytes_$count=$bytes"
+done
+
+verdict() {
+    python3 -c "import sys; print('PASS' if float(sys.argv[1]) <= float(sys.argv[2]) else 'FAIL')" "$1" "$2"
+}
+ratio() {
+    python3 -c "import sys; print('%.2f' % (float(sys.argv[1]) / float(sys.argv[2])))" "$1" "$2"
+}
+
+read_ratio=$(ratio "$scan_5000" "$read_5000")
+growth=$(ratio "$scan_10000" "$scan_5000")
+printf '%-8s %12s %12s %12s %12s\n' files bytes "read (s)" "scan (s)" "peak (KiB)"
+printf '%-8s %12s %12s %12s %12s\n' 5000 "$bytes_5000" "$read_5000" "$scan_5000" "$peak_5000"
+printf '%-8s %12s %12s %12s %12s\n' 10000 "$bytes_10000" "$read_10000" "$scan_10000" "$peak_10000"
+echo "scan / plain read at 5,000 files: $read_ratio (target <= 2)  $(verdict "$read_ratio" 2)"
+echo "scan at 10,000 / at 5,000 files:  $growth (target <= 2.2)  $(verdict "$growth" 2.2)"
+[ "$(verdict "$read_ratio" 2)" = PASS ] && [ "$(verdict "$growth" 2.2)" = PASS ]

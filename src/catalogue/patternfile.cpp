@@ -1,0 +1,301 @@
+#include "patternfile.h"
+
+#include "intfile.h"
+
+#include "configfiles/progress.h"
+#include "configfiles/prompt.h"
+#include "configfiles/runerror.h"
+#include "configfiles/textfile.h"
+#include "startup/programdirectory.h"
+
+#include <functional>
+
+namespace {
+
+const QString crlf = QStringLiteral("\r\n");
+
+SkinPattern freePattern()
+{
+    return {QString(), QStringList(2)};
+}
+
+SkinPattern newPattern(const QString &model, const QString &skinType)
+{
+    return {model, {skinType, QString()}};
+}
+
+void appendSkinType(SkinPattern &pattern, const QString &skinType)
+{
+    // The same skin type twice in one pattern would only clutter the file.
+    if (pattern.SkinTypes.contains(skinType))
+        return;
+    if (pattern.SkinTypes.isEmpty() || !pattern.SkinTypes.constLast().isEmpty())
+        pattern.SkinTypes.append(QString());
+    pattern.SkinTypes.last() = skinType;
+}
+
+bool hasSkinTypes(const SkinPattern &pattern)
+{
+    for (const QString &skinType : pattern.SkinTypes) {
+        if (!skinType.isEmpty())
+            return true;
+    }
+    return false;
+}
+
+QString unmatchedSkinType(const QString &path)
+{
+    const QString wanted = path.toLower();
+    for (const UnmatchedSkin &skin : std::as_const(Catalogue().UnmatchedSkins)) {
+        if (skin.FilePath.toLower() == wanted)
+            return skin.SkinType;
+    }
+    return {};
+}
+
+const MISCLASS *modelDescribedAs(const QString &description)
+{
+    const QString wanted = description.toLower();
+    for (const MISCLASS &model : std::as_const(Catalogue().MISCCLASSES)) {
+        if (model.Description.toLower() == wanted)
+            return &model;
+    }
+    return nullptr;
+}
+
+// Applies `change` to the patterns as the file holds them and writes the
+// result when it differs from the file's lines.
+bool rewritePatterns(const std::function<void(QList<SkinPattern> &)> &change)
+{
+    const QStringList before = PatternLines(Catalogue().PatternList);
+    QList<SkinPattern> patterns = ParsePatternLines(before);
+    change(patterns);
+    const QStringList after = PatternLines(patterns);
+    if (after == before)
+        return false;
+    SavePatternList(ParsePatternLines(after));
+    return true;
+}
+
+// Takes `skinType` out of every pattern but the one of `keptModel`.
+void removeSkinType(
+    QList<SkinPattern> &patterns, const QString &skinType, const QString &keptModel = {})
+{
+    for (SkinPattern &pattern : patterns) {
+        if (pattern.Model.isEmpty() || pattern.Model == keptModel
+            || pattern.SkinTypes.removeAll(skinType) == 0)
+            continue;
+        if (!hasSkinTypes(pattern))
+            pattern.Model.clear();
+    }
+}
+
+QList<SkinPattern> parsePatterns(const QStringList &lines, bool showProgress);
+
+} // namespace
+
+QString PatternFilePath()
+{
+    return ProgramDir() + QStringLiteral("pattern.ini");
+}
+
+QList<SkinPattern> ParsePatternLines(const QStringList &lines)
+{
+    return parsePatterns(lines, false);
+}
+
+namespace {
+
+QList<SkinPattern> parsePatterns(const QStringList &lines, bool showProgress)
+{
+    QList<SkinPattern> patterns(2, freePattern());
+    qsizetype next = 0;
+    for (const QString &line : lines) {
+        if (showProgress) {
+            letEventLoopRun();
+            currentProgress().advance();
+        }
+        const QStringList fields = trimTrailingSpaces(line).split(QLatin1Char(','));
+        // A line without a model would lead its skin types to no model.
+        if (fields.constFirst().isEmpty())
+            continue;
+        SkinPattern pattern = freePattern();
+        pattern.Model = fields.constFirst();
+        qsizetype entry = 0;
+        for (qsizetype i = 1; i < fields.size(); ++i) {
+            if (fields.at(i).isEmpty())
+                continue;
+            if (entry >= pattern.SkinTypes.size())
+                pattern.SkinTypes.append(QString());
+            pattern.SkinTypes[entry++] = fields.at(i);
+        }
+        if (next >= patterns.size())
+            patterns.append(freePattern());
+        patterns[next++] = pattern;
+    }
+    return patterns;
+}
+
+} // namespace
+
+QStringList PatternLines(const QList<SkinPattern> &patterns)
+{
+    QStringList lines;
+    for (const SkinPattern &pattern : patterns) {
+        if (pattern.Model.isEmpty())
+            continue;
+        QString line = pattern.Model;
+        for (const QString &skinType : pattern.SkinTypes) {
+            if (!skinType.isEmpty())
+                line += QLatin1Char(',') + skinType;
+        }
+        lines.append(line);
+    }
+    return lines;
+}
+
+void LoadPatternList()
+{
+    const QString path = PatternFilePath();
+    QStringList lines;
+    try {
+        lines = ReadIntFile(path);
+    } catch (const RunError &error) {
+        showMessage(QStringLiteral("pattern.ini"),
+            QStringLiteral("The skin pattern file could not be read:") + crlf + path + crlf
+                + error.description() + crlf + crlf
+                + QStringLiteral("The scan goes on without skin patterns."),
+            MessageButtons::Ok, MessageIcon::Exclamation);
+    }
+    Catalogue().PatternList = parsePatterns(lines, true);
+}
+
+void SavePatternList(const QList<SkinPattern> &patterns)
+{
+    writeAnsiLines(PatternFilePath(), PatternLines(patterns));
+    Catalogue().PatternList = patterns;
+}
+
+QString PatternAssignment::text() const
+{
+    return modelDescription.isEmpty() ? path : path + QStringLiteral(" - ") + modelDescription;
+}
+
+QList<PatternAssignment> &PatternEditorFiles()
+{
+    static QList<PatternAssignment> files;
+    return files;
+}
+
+QStringList PatternModelChoices()
+{
+    QStringList choices;
+    for (const MISCLASS &model : std::as_const(Catalogue().MISCCLASSES))
+        choices.append(model.Description);
+    if (choices.isEmpty())
+        choices.append(QStringLiteral("(NONE)"));
+    return choices;
+}
+
+void AddToPattern(QList<SkinPattern> &patterns, const QString &model, const QString &skinType)
+{
+    for (SkinPattern &pattern : patterns) {
+        if (pattern.Model == model) {
+            appendSkinType(pattern, skinType);
+            return;
+        }
+        if (pattern.Model.isEmpty()) {
+            pattern = newPattern(model, skinType);
+            return;
+        }
+    }
+    patterns.append(newPattern(model, skinType));
+}
+
+void FinishPatterns(const QList<PatternAssignment> &files)
+{
+    ModelCatalogue &catalogue = Catalogue();
+    // Positions follow the list's items; unassigned items leave free entries.
+    QStringList reparse(2);
+    QList<SkinPattern> patterns = catalogue.PatternList;
+    bool assigned = false;
+    for (qsizetype i = 0; i < files.size(); ++i) {
+        const PatternAssignment &file = files.at(i);
+        if (file.modelDescription.isEmpty())
+            continue;
+        assigned = true;
+        if (reparse.size() < i + 2)
+            reparse.resize(i + 2);
+        reparse[i] = file.path;
+        const QString skinType = unmatchedSkinType(file.path);
+        const MISCLASS *model = modelDescribedAs(file.modelDescription);
+        if (skinType.isEmpty() || !model || model->SkinType.isEmpty())
+            continue;
+        AddToPattern(patterns, model->SkinType, skinType);
+    }
+    if (assigned)
+        SavePatternList(patterns);
+    catalogue.ReparseFiles = reparse;
+    if (assigned)
+        catalogue.ReparseRequested = true;
+}
+
+bool ForgetSkinType(const QString &skinType)
+{
+    if (skinType.isEmpty())
+        return false;
+    return rewritePatterns(
+        [&](QList<SkinPattern> &patterns) { removeSkinType(patterns, skinType); });
+}
+
+bool ForgetPattern(const QString &model)
+{
+    if (model.isEmpty())
+        return false;
+    return rewritePatterns([&](QList<SkinPattern> &patterns) {
+        for (SkinPattern &pattern : patterns) {
+            if (pattern.Model == model)
+                pattern.Model.clear();
+        }
+    });
+}
+
+bool MoveSkinType(const QString &skinType, const QString &model)
+{
+    if (skinType.isEmpty() || model.isEmpty())
+        return false;
+    return rewritePatterns([&](QList<SkinPattern> &patterns) {
+        removeSkinType(patterns, skinType, model);
+        // Emptied records go before the skin type finds its new record, so
+        // that the file keeps its order.
+        patterns = ParsePatternLines(PatternLines(patterns));
+        AddToPattern(patterns, model, skinType);
+    });
+}
+
+bool RemovePatternAssignment(PatternAssignment &file)
+{
+    if (showMessage(QStringLiteral("Remove Pattern"), QStringLiteral("Are you sure?"),
+            MessageButtons::YesNo, MessageIcon::Question)
+        != MessageAnswer::Yes)
+        return false;
+    file.modelDescription.clear();
+    return true;
+}
+
+void ShowSetPatternHelp()
+{
+    showMessage(QStringLiteral("This is how to set a pattern..."),
+        QStringLiteral("1. Choose one Skin at a time in the list box.") + crlf
+            + QStringLiteral("2. Choose the Model in the combo box.") + crlf
+            + QStringLiteral("3. Click the SET PATTERN button.") + crlf
+            + QStringLiteral("4. Repeat and then click FINISHED when done."));
+}
+
+void ShowRemovePatternHelp()
+{
+    showMessage(QStringLiteral("This is how to remove a pattern..."),
+        QStringLiteral("1. Choose one Skin at a time in the list box.") + crlf
+            + QStringLiteral("2. Click the REMOVE PATTERN button.") + crlf
+            + QStringLiteral("3. Repeat on each pattern you want to remove."));
+}

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "modelcatalogue.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+// pattern.ini beside the program assigns skin types that name no model to a
+// model: one pattern per line, "<model's SkinType>,<skin type>,<skin type>...",
+// no header, no quoting; skin types are compared case-sensitively.
+
+QString PatternFilePath();
+
+// The patterns of the file's lines as the table holds them: every pattern
+// line gets its own record, in file order; blank lines and empty fields are
+// dropped; the table starts with two free records and each record's skin
+// types with two free entries, as every table of the catalogue does.
+QList<SkinPattern> ParsePatternLines(const QStringList &lines);
+// The file's lines for the occupied records, without empty entries.
+QStringList PatternLines(const QList<SkinPattern> &patterns);
+
+// Reads pattern.ini into Catalogue().PatternList. A file that is missing or
+// cannot be read is said once through the prompt and gives no patterns.
+void LoadPatternList();
+// Writes `patterns` to pattern.ini (atomically, ANSI, CR LF), then makes them
+// Catalogue().PatternList. Throws RunError and changes nothing on failure.
+void SavePatternList(const QList<SkinPattern> &patterns);
+
+// One file of the pattern editor's list: a skin file that matched no model
+// and, once the user has chosen one, the description of its model.
+struct PatternAssignment
+{
+    QString path;
+    QString modelDescription; // empty while the file is not assigned
+
+    // The list's item: the path, followed by " - " and the model when assigned.
+    QString text() const;
+};
+
+// The pattern editor's list, filled by the unmatched report's Continue.
+QList<PatternAssignment> &PatternEditorFiles();
+
+// The editor's model choices: the Description of every MISCCLASSES slot in
+// index order, free slots giving blank items; "(NONE)" alone when there
+// are no slots at all.
+QStringList PatternModelChoices();
+
+// The editor's Finished: each assigned file's skin type (from its
+// UnmatchedSkins record) joins the pattern of the model with that
+// description, compared without regard to case, or a new pattern for it;
+// the file is written and the assigned files are handed to the scan to be
+// parsed again (ReparseFiles, ReparseRequested). With nothing assigned,
+// nothing is written and no re-parse is asked for. Throws RunError when the
+// file cannot be written; the patterns and the hand-over are then unchanged.
+void FinishPatterns(const QList<PatternAssignment> &files);
+
+// The same rule on a table alone: `skinType` joins the record of `model` (a
+// model's SkinType), or starts one in the first free record or a new one.
+void AddToPattern(QList<SkinPattern> &patterns, const QString &model, const QString &skinType);
+
+// Patterns already in the file, for changing them later. Each writes the file
+// like SavePatternList and answers whether anything changed.
+//   ForgetSkinType: `skinType` leaves every pattern; a pattern left with no
+//   skin types goes.
+//   ForgetPattern: the whole pattern of the model `model` goes.
+//   MoveSkinType: `skinType` leaves its patterns and joins the one of `model`.
+bool ForgetSkinType(const QString &skinType);
+bool ForgetPattern(const QString &model);
+bool MoveSkinType(const QString &skinType, const QString &model);
+
+// The editor's buttons that talk to the user. RemovePatternAssignment asks
+// before it undoes the file's assignment in the list (pattern.ini is only
+// written by Finished) and answers whether it did.
+bool RemovePatternAssignment(PatternAssignment &file);
+void ShowSetPatternHelp();
+void ShowRemovePatternHelp();
