@@ -1,0 +1,152 @@
+#include "frmSplash.h"
+
+#include "configfiles/forms/windowtools.h"
+#include "startup/options.h"
+#include "widgets/startupartwork.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace {
+
+QLabel *namedLabel(QWidget *parent, const char *name, const QString &caption = {})
+{
+    auto *label = new QLabel(caption, parent);
+    label->setObjectName(QString::fromLatin1(name));
+    return label;
+}
+
+QString versionLine()
+{
+    return QStringLiteral("Version %1.%2.%3 Beta")
+        .arg(QUORVANE_VERSION_MAJOR)
+        .arg(QUORVANE_VERSION_MINOR)
+        .arg(QUORVANE_VERSION_PATCH);
+}
+
+} // namespace
+
+frmSplash::frmSplash(QWidget *parent)
+    : QFrame(parent, Qt::Window | Qt::FramelessWindowHint)
+    , Image1(namedLabel(this, "Image1"))
+    , lblCompanyProduct(namedLabel(this, "lblCompanyProduct", "Tessaline presents the..."))
+    , lblPlatform(namedLabel(this, "lblPlatform", "...for Windows 9x/NT/2000"))
+    , lblVersion(namedLabel(this, "lblVersion"))
+    , Line1(new QFrame(this))
+    , lblMessage(namedLabel(this, "lblMessage"))
+    , pbGradient(namedLabel(this, "pbGradient"))
+    , chkAutoClose(
+          new QCheckBox("Auto-close this window after program initialization finishes.", this))
+    , cmdClose(new QPushButton("Close", this))
+    , lblCopyright(namedLabel(this, "lblCopyright",
+          "Unreal and Unreal Tournament are trademarks or registered trademarks of "
+          "Epic Games, Inc. in the United States of America and elsewhere."))
+{
+    setObjectName("frmSplash");
+    setFrameShape(QFrame::Box);
+    setWindowIcon(ApplicationIcon());
+    Line1->setObjectName("Line1");
+    Line1->setFrameShape(QFrame::HLine);
+    Line1->setFrameShadow(QFrame::Sunken);
+    chkAutoClose->setObjectName("chkAutoClose");
+    cmdClose->setObjectName("cmdClose");
+
+    Image1->setPixmap(SplashPicture(qApp->devicePixelRatio()));
+    Image1->setAlignment(Qt::AlignCenter);
+    QFont emphasis = lblCompanyProduct->font();
+    emphasis.setItalic(true);
+    lblCompanyProduct->setFont(emphasis);
+    lblPlatform->setFont(emphasis);
+    lblPlatform->setAlignment(Qt::AlignRight);
+    lblVersion->setAlignment(Qt::AlignRight);
+    lblMessage->setAlignment(Qt::AlignCenter);
+    lblMessage->setMinimumHeight(lblMessage->fontMetrics().height());
+    // The band is stretched across the window, whatever its picture's width.
+    pbGradient->setPixmap(QPixmap::fromImage(GradientPicture()));
+    pbGradient->setScaledContents(true);
+    pbGradient->setFixedHeight(15);
+    pbGradient->setMinimumWidth(1);
+    pbGradient->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    QFont small = lblCopyright->font();
+    small.setPointSizeF(small.pointSizeF() * 0.85);
+    lblCopyright->setFont(small);
+    lblCopyright->setWordWrap(true);
+    lblCopyright->setAlignment(Qt::AlignCenter);
+    cmdClose->setEnabled(false);
+    cmdClose->setDefault(true);
+
+    auto *closeRow = new QHBoxLayout;
+    closeRow->addWidget(chkAutoClose, 1);
+    closeRow->addWidget(cmdClose);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(Image1);
+    layout->addWidget(lblCompanyProduct);
+    layout->addWidget(lblPlatform);
+    layout->addWidget(lblVersion);
+    layout->addWidget(Line1);
+    layout->addWidget(lblMessage);
+    layout->addWidget(pbGradient);
+    layout->addLayout(closeRow);
+    layout->addWidget(lblCopyright);
+    layout->setSizeConstraint(QLayout::SetMinimumSize);
+
+    connect(cmdClose, &QPushButton::clicked, this, &frmSplash::cmdClose_Click);
+    setAttribute(Qt::WA_DeleteOnClose);
+    RemoveCloseMenu(this);
+
+    lblVersion->setText(versionLine());
+    lblMessage->clear();
+    GradientBar.setPicBox(pbGradient);
+    GradientBar.setIncrementor(2);
+}
+
+frmSplash::~frmSplash()
+{
+    queryUnload();
+    if (&currentProgress() == this)
+        installProgress(nullptr);
+}
+
+void frmSplash::setMessage(const QString &caption)
+{
+    lblMessage->setText(captionText(caption));
+}
+
+QString frmSplash::message() const
+{
+    return lblMessage->text();
+}
+
+void frmSplash::cmdClose_Click()
+{
+    if (showMainWindow)
+        showMainWindow();
+    close();
+}
+
+void frmSplash::step(const QString &message)
+{
+    setMessage(message);
+}
+
+void frmSplash::advance()
+{
+    GradientBar.BGScroll();
+}
+
+void frmSplash::closeEvent(QCloseEvent *event)
+{
+    queryUnload();
+    QFrame::closeEvent(event);
+}
+
+void frmSplash::queryUnload()
+{
+    AppOptions().AutoCloseSplash = chkAutoClose->isChecked() ? 1 : 0;
+}

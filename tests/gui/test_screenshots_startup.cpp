@@ -1,0 +1,136 @@
+#include "configfiles/forms/dlgChangePath.h"
+#include "configfiles/forms/dlgError.h"
+#include "startup/forms/dlgChangeConfigPath.h"
+#include "startup/forms/dlgCorrectUTPath.h"
+#include "startup/forms/dlgFirstRun.h"
+#include "startup/forms/frmSplash.h"
+#include "startup/programdirectory.h"
+
+#include <QCheckBox>
+#include <QDir>
+#include <QLabel>
+#include <QPushButton>
+#include <QSet>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <functional>
+
+using MakeForm = std::function<QWidget *()>;
+Q_DECLARE_METATYPE(MakeForm)
+
+namespace {
+
+QWidget *splash()
+{
+    auto *form = new frmSplash;
+    form->setAttribute(Qt::WA_DeleteOnClose, false);
+    form->setMessage("Locate Unreal Tournament && Configuration Directory...");
+    form->chkAutoClose->setChecked(true);
+    for (int i = 0; i < 40; ++i)
+        form->advance();
+    return form;
+}
+
+QWidget *folderChooser()
+{
+    auto *form = new dlgChangePath;
+    form->setWindowTitle("Choose Configuration Directory...");
+    form->setPath(QDir::homePath());
+    return form;
+}
+
+// Enough colours to be a drawn window rather than an empty rectangle.
+bool looksDrawn(const QImage &image)
+{
+    QSet<QRgb> colours;
+    for (int y = 0; y < image.height(); y += 2)
+        for (int x = 0; x < image.width(); x += 2)
+            colours.insert(image.pixel(x, y));
+    return colours.size() > 8;
+}
+
+} // namespace
+
+// Renders the start-up windows to PNG files a reviewer can open, and checks
+// that each shows its caption (or, without one, its heading label).
+class TestScreenshotsStartup : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void forms_data();
+    void forms();
+    void errorDialog();
+
+private:
+    void save(const QImage &shot, const QString &name);
+
+    QTemporaryDir m_programDir;
+};
+
+void TestScreenshotsStartup::initTestCase()
+{
+    QVERIFY(m_programDir.isValid());
+    setProgramDir(m_programDir.path());
+}
+
+void TestScreenshotsStartup::save(const QImage &shot, const QString &name)
+{
+    const QString dir = qEnvironmentVariable("QUORVANE_SCREENSHOT_DIR", QUORVANE_SCREENSHOT_DIR);
+    QVERIFY(QDir().mkpath(dir));
+    QVERIFY(looksDrawn(shot));
+    QVERIFY(shot.save(dir + "/" + name + ".png"));
+}
+
+// clang-format off
+void TestScreenshotsStartup::forms_data()
+{
+    QTest::addColumn<MakeForm>("make");
+    QTest::addColumn<QString>("caption");
+    QTest::addColumn<QString>("heading"); // objectName=text of a label that must show
+
+    QTest::newRow("frmSplash") << MakeForm(splash) << "" << "lblVersion=Version 0.1.0 Beta";
+    QTest::newRow("dlgFirstRun") << MakeForm([] { return new dlgFirstRun; }) << "" << "lblTitle=Starting Quorvane First Run Setup...";
+    QTest::newRow("dlgCorrectUTPath") << MakeForm([] { return new dlgCorrectUTPath; }) << "Is this your correct UT Path?" << "lblMessage=Is this the correct Unreal Tournament path to use?";
+    QTest::newRow("dlgChangeConfigPath") << MakeForm([] { return new dlgChangeConfigPath; }) << "Is this your correct Configuration path?" << "lblMessage=Is the path below where you want your configurations saved?";
+    QTest::newRow("dlgChangePath") << MakeForm(folderChooser) << "Choose Configuration Directory..." << "lblFolder=Folder:";
+}
+// clang-format on
+
+void TestScreenshotsStartup::forms()
+{
+    QFETCH(MakeForm, make);
+    QFETCH(QString, caption);
+    QFETCH(QString, heading);
+
+    std::unique_ptr<QWidget> form(make());
+    form->show();
+    QVERIFY(QTest::qWaitForWindowExposed(form.get()));
+    QCOMPARE(form->windowTitle(), caption);
+    const auto *label = form->findChild<QLabel *>(heading.section('=', 0, 0));
+    QVERIFY(label && label->isVisible());
+    QCOMPARE(label->text(), heading.section('=', 1));
+    save(form->grab().toImage(), QTest::currentDataTag());
+}
+
+void TestScreenshotsStartup::errorDialog()
+{
+    dlgError dialog;
+    QImage shot;
+    QString caption;
+    QTimer::singleShot(0, &dialog, [&] {
+        caption = dialog.windowTitle();
+        shot = dialog.grab().toImage();
+        dialog.OKButton->click();
+    });
+    dialog.ProcessError(RunError(53, "C:\\UnrealTournament\\System\\int.ini"),
+        "Unknown Error has occured in Sub Main");
+    QCOMPARE(caption, "Error Number: 53");
+    save(shot, "dlgError");
+}
+
+QTEST_MAIN(TestScreenshotsStartup)
+#include "test_screenshots_startup.moc"
