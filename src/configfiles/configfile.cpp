@@ -116,8 +116,20 @@ int lineCount(const KeyGroup &group)
     return group.perSlot ? BotSlotCount : 1;
 }
 
-QString keyLine(const KeyGroup &group, int slot, const QString &value)
+// Every value stands on one line: a line break inside one would shift every
+// later line for the positional reader, and an empty line would end the
+// header (or the section) for the apply.
+QString oneLine(QString text)
 {
+    text.replace(QLatin1String("\r\n"), QLatin1String(" "));
+    text.replace(QLatin1Char('\r'), QLatin1Char(' '));
+    text.replace(QLatin1Char('\n'), QLatin1Char(' '));
+    return text;
+}
+
+QString keyLine(const KeyGroup &group, int slot, QString value)
+{
+    value = oneLine(value);
     const QString key(group.key);
     if (!group.perSlot)
         return key + QLatin1Char('=') + value;
@@ -127,14 +139,9 @@ QString keyLine(const KeyGroup &group, int slot, const QString &value)
 // The description in lines of at most 78 characters, broken after the last
 // space that fits; a wrapped line keeps that space. A run with no space to
 // break at is cut at the full width.
-QStringList descriptionBlock(QString text)
+QStringList descriptionBlock(const QString &description)
 {
-    // A line break inside the block could leave an empty line, which the
-    // apply takes for the end of the header.
-    text.replace(QLatin1String("\r\n"), QLatin1String(" "));
-    text.replace(QLatin1Char('\r'), QLatin1Char(' '));
-    text.replace(QLatin1Char('\n'), QLatin1Char(' '));
-
+    const QString text = oneLine(description);
     QStringList lines;
     qsizetype position = 0;
     while (text.size() - position > DescriptionWidth) {
@@ -195,7 +202,7 @@ private:
 
 QStringList ConfigurationLines(const QString &fileName, BotRoster &roster)
 {
-    QStringList lines { RuleLine, QStringLiteral("* ") + fileName,
+    QStringList lines { RuleLine, QStringLiteral("* ") + oneLine(fileName),
         QStringLiteral("* This is a configuration created with Quorvane."),
         QStringLiteral("* This file containes replacement code for the "
                        "[Botpack.ChallengeBotInfo]"),

@@ -98,10 +98,16 @@ void deleteFile(const QString &source)
 
 void FileOP(const QString &source, const QString &destination, short operation)
 {
-    if (source.startsWith(QLatin1Char('.')) || QFileInfo(source).fileName().startsWith(QLatin1Char('.')))
+    // Callers hand over every entry of a directory listing; the entries for
+    // the directory itself and its parent are not files to act on. Other
+    // names that begin with a dot are ordinary files.
+    const QFileInfo info(source);
+    if (info.fileName() == QLatin1String(".") || info.fileName() == QLatin1String(".."))
         return;
     try {
-        if (!QFileInfo::exists(source))
+        // A subdirectory in the listing is passed over like a missing file,
+        // so that emptying a directory skips what it cannot delete quietly.
+        if (!info.exists() || info.isDir())
             throw RunError(ErrNum::FileNotFound, source);
         switch (static_cast<FileOperation>(operation)) {
         case FileOperation::Move:

@@ -18,7 +18,8 @@ QString findPathNoCase(const QString &directory, const QString &relativePath);
 
 enum class FileOperation : short { Move = 1, Copy = 2, Delete = 3, CopyToo = 4 };
 
-// Moves, copies or deletes one file. A missing source is ignored silently;
+// Moves, copies or deletes one file. A missing source, or one that is a
+// directory (".", ".." and subdirectories included), is ignored silently;
 // any other failure is reported through the prompt ("Error in
 // modCommon.FileOP. ...") and the caller goes on with its next file.
 void FileOP(const QString &source, const QString &destination, short operation);

@@ -71,8 +71,9 @@ class TestConfigFile : public QObject
 
 private slots:
     // The section of the game's own user.ini, as the game wrote it, is what a
-    // configuration of the default bots holds, apart from the skill column:
-    // the default roster keeps the slider at its lowest position.
+    // configuration of the default bots holds, apart from three columns: the
+    // default roster keeps the skill slider at its lowest position, every
+    // bot's accuracy at the centre, and Barak's combat style normal.
     void defaultRosterMatchesTheGamesOwnFile()
     {
         QStringList section;
@@ -83,6 +84,10 @@ private slots:
             QString line = userIni.at(i);
             if (line.startsWith("BotSkills["))
                 line.replace("=0.000000", "=-3.000000");
+            if (line.startsWith("BotAccuracy["))
+                line = line.section('=', 0, 0) + "=0.000000";
+            if (line == "CombatStyle[16]=0.500000")
+                line = "CombatStyle[16]=0.000000";
             section.append(line);
         }
         QCOMPARE(section.size(), 452);
@@ -106,6 +111,7 @@ private slots:
             "* The bots the game ships with, kept as a starting point for new lists: ",
             "* thirty-two slots with the game's own names, teams, classes, skins and faces.", Rule,
             "" };
+        QCOMPARE(readAnsiLines(dir.file("default.qvn")), header + section);
         QCOMPARE(readTestFile(dir.file("default.qvn")), crlf(header + section));
         QCOMPARE(prompt.transcript(), QStringList());
     }
@@ -159,6 +165,43 @@ private slots:
         OpenConfiguration(dir.path(), "varied.qvn", read);
         written.Description += ' ';
         QCOMPARE(read, written);
+    }
+
+    // Names come from the command line's rosters too, where nothing keeps
+    // a line break out; one must not shift the lines after it.
+    void valuesStayOnTheirLine_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("readBack");
+
+        QTest::newRow("CR LF") << "two\r\nlines"
+                               << "two lines";
+        QTest::newRow("empty line") << "a\n\nb"
+                                    << "a  b";
+        QTest::newRow("lone CR") << "a\rb"
+                                 << "a b";
+    }
+
+    void valuesStayOnTheirLine()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, readBack);
+
+        BotRoster roster;
+        SetDefaults(roster);
+        roster.BotNames[3] = name;
+        roster.FavoriteWeapon[31] = name;
+        TempConfigDir dir;
+        QVERIFY(SaveConfigAs(dir.path(), "n.qvn", true, roster));
+        const QStringList lines = readAnsiLines(dir.file("n.qvn"));
+        QCOMPARE(lines.size() - lines.indexOf("[Botpack.ChallengeBotInfo]"), 452);
+        QCOMPARE(lines.count(QString()), 1);
+
+        BotRoster read;
+        OpenConfiguration(dir.path(), "n.qvn", read);
+        QCOMPARE(read.BotNames[3], readBack);
+        QCOMPARE(read.FavoriteWeapon[31], readBack);
+        QCOMPARE(read.BotJumpy, roster.BotJumpy);
     }
 
     void descriptionReadsBack_data()
@@ -339,6 +382,8 @@ private slots:
                                                  << "Difficulty=hard" << 13 << "line 46";
         QTest::newRow("team empty") << "BotTeams[0]=255"
                                     << "BotTeams[0]=" << 13 << "line 79";
+        QTest::newRow("team out of range") << "BotTeams[0]=255"
+                                           << "BotTeams[0]=65791" << 6 << "line 79";
         QTest::newRow("skill not a number") << "BotSkills[0]=-3.000000"
                                             << "BotSkills[0]=abc" << 13 << "line 207";
     }

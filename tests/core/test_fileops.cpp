@@ -58,29 +58,34 @@ private slots:
     void fileOp_data()
     {
         QTest::addColumn<short>("operation");
+        QTest::addColumn<QString>("sourceName");
         QTest::addColumn<bool>("sourceExists");
         QTest::addColumn<QByteArray>("sourceAfter"); // empty: gone
         QTest::addColumn<QByteArray>("destinationAfter");
 
         const QByteArray gone, newer("new"), old("old");
-        QTest::newRow("move replaces") << short(1) << true << gone << newer;
-        QTest::newRow("copy replaces") << short(2) << true << newer << newer;
-        QTest::newRow("delete") << short(3) << true << gone << old;
-        QTest::newRow("4 copies") << short(4) << true << newer << newer;
-        QTest::newRow("unknown code") << short(9) << true << newer << old;
-        QTest::newRow("move of missing source") << short(1) << false << gone << old;
-        QTest::newRow("delete of missing source") << short(3) << false << gone << old;
+        const QString a = "a.qvn";
+        QTest::newRow("move replaces") << short(1) << a << true << gone << newer;
+        QTest::newRow("copy replaces") << short(2) << a << true << newer << newer;
+        QTest::newRow("delete") << short(3) << a << true << gone << old;
+        QTest::newRow("4 copies") << short(4) << a << true << newer << newer;
+        QTest::newRow("unknown code") << short(9) << a << true << newer << old;
+        QTest::newRow("move of missing source") << short(1) << a << false << gone << old;
+        QTest::newRow("delete of missing source") << short(3) << a << false << gone << old;
+        QTest::newRow("a dot file is moved") << short(1) << ".a.qvn" << true << gone << newer;
+        QTest::newRow("a dot file is deleted") << short(3) << ".directory" << true << gone << old;
     }
 
     void fileOp()
     {
         QFETCH(short, operation);
+        QFETCH(QString, sourceName);
         QFETCH(bool, sourceExists);
         QFETCH(QByteArray, sourceAfter);
         QFETCH(QByteArray, destinationAfter);
 
         QTemporaryDir dir;
-        const QString source = dir.filePath("a.qvn");
+        const QString source = dir.filePath(sourceName);
         const QString destination = dir.filePath("b.qvn");
         if (sourceExists)
             QVERIFY(writeTestFile(source, "new"));
@@ -93,6 +98,36 @@ private slots:
         QCOMPARE(QFile::exists(source), !sourceAfter.isEmpty());
         QCOMPARE(readTestFile(source), sourceAfter);
         QCOMPARE(readTestFile(destination), destinationAfter);
+    }
+
+    // Emptying a directory hands every entry of its listing over, the
+    // directory entries among them; those are passed over without a word.
+    void fileOpPassesOverDirectories_data()
+    {
+        QTest::addColumn<short>("operation");
+        QTest::addColumn<QString>("entry");
+
+        QTest::newRow("subdirectory, delete") << short(3) << "sub";
+        QTest::newRow("subdirectory, move") << short(1) << "sub";
+        QTest::newRow("own entry") << short(3) << "sub/.";
+        QTest::newRow("parent entry") << short(3) << "sub/..";
+    }
+
+    void fileOpPassesOverDirectories()
+    {
+        QFETCH(short, operation);
+        QFETCH(QString, entry);
+
+        QTemporaryDir dir;
+        QVERIFY(QDir(dir.path()).mkpath("sub"));
+        QVERIFY(writeTestFile(dir.filePath("sub/keep.qvn"), "keep"));
+        ScriptedPrompt prompt;
+
+        FileOP(QDir::toNativeSeparators(dir.filePath(entry)), dir.filePath("b.qvn"), operation);
+
+        QCOMPARE(prompt.transcript(), QStringList());
+        QCOMPARE(readTestFile(dir.filePath("sub/keep.qvn")), QByteArray("keep"));
+        QVERIFY(!QFile::exists(dir.filePath("b.qvn")));
     }
 
     // A move whose copy fails keeps its source.
