@@ -3,7 +3,7 @@
 # missing: a machine that has everything is left alone (no apt-get update).
 set -euo pipefail
 
-packages=(cmake ninja-build g++ qt6-base-dev qt6-base-dev-tools libgl-dev xvfb xauth python3)
+packages=(cmake ninja-build g++ qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins libgl-dev xvfb xauth python3)
 
 missing=()
 for package in "${packages[@]}"; do
