@@ -1,0 +1,6 @@
+#pragma once
+
+#include "catalogue/scan.h"
+
+// The unmatched skin report and the pattern editor, plugged into the scan.
+ScanForms CatalogueScanForms();
