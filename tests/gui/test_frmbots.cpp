@@ -3,26 +3,34 @@
 
 #include "catalogue/modelcatalogue.h"
 #include "configfiles/forms/dlgDescr.h"
+#include "configfiles/forms/dlgError.h"
 #include "configfiles/forms/formregistry.h"
 #include "roster/botroster.h"
 #include "roster/forms/frmBots.h"
+#include "startup/forms/dlgCorrectUTPath.h"
+#include "startup/forms/dlgFirstRun.h"
+#include "startup/options.h"
 #include "startup/programdirectory.h"
 
 #include <QAction>
 #include <QCheckBox>
+#include <QCloseEvent>
 #include <QComboBox>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QSlider>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QtTest/qtestspontaneevent.h>
 
 namespace {
 
@@ -65,6 +73,15 @@ const QStringList EditingControls = { "lblAccuracy", "lblAlertness", "lblBot", "
     "cmbBot", "cmbClass", "cmbColor", "cmbCombatStyle", "cmbFace", "cmbFavWep", "cmbSkin",
     "cmbVoice", "cmbDifficulty", "txtName", "chkJumpy", "chkAdjustSkill", "chkRandomOrder",
     "hsSkillAdjust", "hsAccuracy", "hsAlertness", "hsStrafing", "hsCamping", "cmdDescr" };
+
+// A close request as the window system sends it (title bar, Alt+F4).
+bool closedByWindowSystem(QWidget *window)
+{
+    QCloseEvent event;
+    QSpontaneKeyEvent::setSpontaneous(&event);
+    qApp->notify(window, &event);
+    return event.isAccepted();
+}
 
 void drag(QSlider *slider, int position)
 {
@@ -132,7 +149,8 @@ private slots:
     void description_data();
     void description();
     void largeClassSwitchesQuickly();
-    void exitWritesOptionsAndUnloads();
+    void exit_data();
+    void exit();
 
 private:
     void prepareLikeStartup();
@@ -213,9 +231,18 @@ void TestFrmBots::preparedWhileHiddenThenEnabled()
         QVERIFY2(!form->findChild<QWidget *>(name)->isEnabled(), qPrintable(name));
 
     form->EnableAll(true);
-    for (const QString &name : EditingControls)
-        QVERIFY2(form->findChild<QWidget *>(name)->isEnabled(), qPrintable(name));
+    for (const QString &name : EditingControls) {
+        const QWidget *control = form->findChild<QWidget *>(name);
+        QVERIFY2(control->isEnabled(), qPrintable(name));
+        QVERIFY2(control->font().family() == "Arial", qPrintable(name));
+    }
     QVERIFY(!form->lblSaved->isEnabled());
+
+    // Only File, Exit ends the program, after offering to save.
+    form->show();
+    QVERIFY(!form->windowFlags().testFlag(Qt::WindowCloseButtonHint));
+    QVERIFY(!closedByWindowSystem(form));
+    QVERIFY(form->isVisible());
 }
 
 void TestFrmBots::menuBar()
@@ -483,20 +510,108 @@ void TestFrmBots::largeClassSwitchesQuickly()
     QVERIFY2(timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
 }
 
-void TestFrmBots::exitWritesOptionsAndUnloads()
+// Records when a window of the program is unloaded.
+template<typename Form> void recordUnload(QStringList &order, const QString &name)
 {
-    frmBots &window = theForm<frmBots>();
-    window.show();
-    theForm<dlgDescr>();
+    QObject::connect(&theForm<Form>(), &QObject::destroyed, [&order, name] { order << name; });
+}
+
+void TestFrmBots::exit_data()
+{
+    QTest::addColumn<QString>("state");
+    QTest::addColumn<QString>("fileName");
+    QTest::addColumn<QString>("answer");
+    QTest::addColumn<bool>("asked");
+    QTest::addColumn<bool>("quits");
+    QTest::addColumn<bool>("saved"); // Team.qvn was written
+    QTest::addColumn<bool>("savedAs"); // the Save As command ran
+
+    // clang-format off
+    QTest::newRow("saved: nothing to ask") << "Saved" << "Team.qvn" << "No" << false << true << false << false;
+    QTest::newRow("modified, cancel") << "Modified" << "Team.qvn" << "Cancel" << true << false << false << false;
+    QTest::newRow("modified, no") << "Modified" << "Team.qvn" << "No" << true << true << false << false;
+    QTest::newRow("modified, yes") << "Modified" << "Team.qvn" << "Yes" << true << true << true << false;
+    // Opened as the first command, Save is still disabled: Yes saves all the same.
+    QTest::newRow("loaded, yes") << "Loaded" << "Team.qvn" << "Yes" << true << true << true << false;
+    QTest::newRow("unnamed, yes") << "Modified" << "(Un-Named)" << "Yes" << true << true << false << true;
+    // clang-format on
+}
+
+void TestFrmBots::exit()
+{
+    QFETCH(QString, state);
+    QFETCH(QString, fileName);
+    QFETCH(QString, answer);
+    QFETCH(bool, asked);
+    QFETCH(bool, quits);
+    QFETCH(bool, saved);
+    QFETCH(bool, savedAs);
+
+    const QString configDir = m_programDir.path() + "/configs/";
+    QVERIFY(QDir().mkpath(configDir));
+    AppOptions().ConfigPath = configDir;
     const QString options = ProgramDir() + "options.ini";
     QFile::remove(options);
+    // A named roster overwrites its file without asking.
+    const QString file = configDir + "Team.qvn";
+    const auto contents = [&file] {
+        QFile read(file);
+        return read.open(QIODevice::ReadOnly) ? read.readAll() : QByteArray();
+    };
+    {
+        QFile stale(file);
+        QVERIFY(stale.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        stale.write("stale\r\n");
+    }
 
-    window.mnuFileExit->trigger();
+    openForEditing();
+    form->lblCurrentFile->setText(fileName);
+    if (state == "Loaded") {
+        form->mnuFileSave->setEnabled(false);
+        form->LoadedFunc();
+    } else {
+        form->SavedFunc(state == "Saved");
+    }
+    QSignalSpy saveAs(form->mnuFileSaveAs, &QAction::triggered);
+    form->mnuFileSaveAs->setEnabled(true);
+    QStringList unloaded;
+    recordUnload<dlgFirstRun>(unloaded, "dlgFirstRun");
+    recordUnload<dlgDescr>(unloaded, "dlgDescr");
+    recordUnload<dlgCorrectUTPath>(unloaded, "dlgCorrectUTPath");
+    recordUnload<dlgError>(unloaded, "dlgError");
+    const QMetaObject::Connection editorUnloaded
+        = connect(form, &QObject::destroyed, [&unloaded] { unloaded << "frmBots"; });
+    const QPointer<frmBots> window = form;
+    m_prompt->answerNext(answer == "Yes" ? MessageAnswer::Yes
+            : answer == "No"             ? MessageAnswer::No
+                                         : MessageAnswer::Cancel);
+
+    form->mnuFileExit->trigger();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    if (!window)
+        form = nullptr;
 
-    QVERIFY(QFile::exists(options));
-    QVERIFY(!isFormLoaded<dlgDescr>());
-    QVERIFY(!isFormLoaded<frmBots>());
+    const QString question = "Save Current Configuration?|Your current config is not saved.\r\n\r\n"
+                             "   Yes = Save current configuration and quit.\r\n\r\n"
+                             "    No = Loose current configuration and quit.\r\n\r\n"
+                             "Cancel = Cancel this operation.";
+    QCOMPARE(m_prompt->transcript(), asked ? QStringList { question } : QStringList());
+    QCOMPARE(window.isNull(), quits);
+    // The options are written once, by the editor's own close.
+    QCOMPARE(QFile::exists(options), quits);
+    QCOMPARE(contents() != "stale\r\n", saved);
+    QCOMPARE(saveAs.count(), savedAs ? 1 : 0);
+    // The other windows go first, in their fixed order, the editor last.
+    QCOMPARE(unloaded,
+        quits
+            ? QStringList({ "dlgCorrectUTPath", "dlgDescr", "dlgError", "dlgFirstRun", "frmBots" })
+            : QStringList());
+
+    disconnect(editorUnloaded);
+    unloadForm<dlgCorrectUTPath>();
+    unloadForm<dlgDescr>();
+    unloadForm<dlgError>();
+    unloadForm<dlgFirstRun>();
 }
 
 QTEST_MAIN(TestFrmBots)

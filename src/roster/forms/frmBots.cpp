@@ -2,13 +2,24 @@
 
 #include "editorartwork.h"
 
+#include "catalogue/forms/dlgNewBoss.h"
+#include "catalogue/forms/frmBadFiles.h"
+#include "catalogue/forms/frmPattern.h"
 #include "catalogue/modelcatalogue.h"
+#include "configfiles/configfile.h"
+#include "configfiles/forms/dlgChangePath.h"
 #include "configfiles/forms/dlgDescr.h"
+#include "configfiles/forms/dlgError.h"
 #include "configfiles/forms/formregistry.h"
+#include "configfiles/forms/windowtools.h"
 #include "configfiles/prompt.h"
 #include "configfiles/runerror.h"
 #include "roster/classchoices.h"
 #include "roster/valueencodings.h"
+#include "startup/forms/dlgChangeConfigPath.h"
+#include "startup/forms/dlgCorrectUTPath.h"
+#include "startup/forms/dlgFirstRun.h"
+#include "startup/forms/frmSplash.h"
 #include "startup/options.h"
 
 #include <QAction>
@@ -92,6 +103,11 @@ frmBots::frmBots(QWidget *parent)
     setObjectName("frmBots");
     setWindowTitle("Quorvane for Unreal Tournament");
     setAttribute(Qt::WA_DeleteOnClose);
+    // The editor's own typeface; the system substitutes its nearest match
+    // where it is not installed.
+    QFont arial = font();
+    arial.setFamily(QStringLiteral("Arial"));
+    setFont(arial);
 
     createControls();
     createMenus();
@@ -105,7 +121,8 @@ frmBots::frmBots(QWidget *parent)
     lblCurrentFile->clear();
     mnuFileSave->setEnabled(false);
     mnuFileSaveAs->setEnabled(false);
-    // TODO: RemoveCloseMenu(this) once windowtools.h is in place.
+    // The program ends through File, Exit, which offers to save first.
+    RemoveCloseMenu(this);
 }
 
 void frmBots::createControls()
@@ -355,6 +372,7 @@ void frmBots::connectHandlers()
     for (const SkillSlider *skill :
         { &m_skillAdjust, &m_accuracy, &m_alertness, &m_camping, &m_strafing })
         connectSlider(*skill);
+    connect(mnuFileSave, &QAction::triggered, this, &frmBots::mnuFileSave_Click);
     connect(mnuFileExit, &QAction::triggered, this, &frmBots::mnuFileExit_Click);
 }
 
@@ -789,10 +807,61 @@ bool frmBots::eventFilter(QObject *watched, QEvent *event)
     return QMainWindow::eventFilter(watched, event);
 }
 
+// New, Open and Exit would drop a roster that is not saved: the user may
+// save it first, go on without it, or stay. Returns whether to go on.
+bool frmBots::AskToSave(const QString &yesLine, const QString &noLine)
+{
+    if (IsSaved())
+        return true;
+    const QString text
+        = QStringList({ QStringLiteral("Your current config is not saved."), yesLine, noLine,
+                          QStringLiteral("Cancel = Cancel this operation.") })
+              .join(QStringLiteral("\r\n\r\n"));
+    const MessageAnswer answer = showMessage(
+        QStringLiteral("Save Current Configuration?"), text, MessageButtons::YesNoCancel);
+    if (answer == MessageAnswer::Cancel)
+        return false;
+    // A save the user abandons or that fails does not hold the command up.
+    if (answer == MessageAnswer::Yes)
+        mnuFileSave_Click();
+    return true;
+}
+
+// A roster without a file name needs one first; a named one overwrites its
+// file in the configuration directory.
+void frmBots::mnuFileSave_Click()
+{
+    const QString fileName = lblCurrentFile->text();
+    if (fileName == u"(Un-Named)") {
+        mnuFileSaveAs->trigger();
+        return;
+    }
+    try {
+        if (SaveConfigAs(AppOptions().ConfigPath, fileName, true))
+            SavedFunc(true);
+    } catch (const RunError &error) {
+        showMessage(QStringLiteral("Configuration Not Saved"),
+            "The configuration could not be saved:\r\n" + error.message(), MessageButtons::Ok,
+            MessageIcon::Exclamation);
+    }
+}
+
 // The other windows close first; closing this one writes the options, and
 // the program ends with its last window.
 void frmBots::mnuFileExit_Click()
 {
+    if (!AskToSave(QStringLiteral("   Yes = Save current configuration and quit."),
+            QStringLiteral("    No = Loose current configuration and quit.")))
+        return;
+    unloadForm<dlgNewBoss>();
+    unloadForm<dlgChangeConfigPath>();
+    unloadForm<dlgChangePath>();
+    unloadForm<dlgCorrectUTPath>();
     unloadForm<dlgDescr>();
+    unloadForm<dlgError>();
+    unloadForm<dlgFirstRun>();
+    unloadForm<frmBadFiles>();
+    unloadForm<frmPattern>();
+    unloadForm<frmSplash>();
     close();
 }

@@ -181,6 +181,7 @@ private:
     // Saved becomes Modified; Modified and Loaded stay; nothing while a
     // configuration is being opened.
     void MarkModified();
+    bool AskToSave(const QString &yesLine, const QString &noLine);
     bool slotInRange() const;
     // Replaces a list's items unless it already holds exactly these.
     static void fillList(QComboBox *list, const QStringList &items);
@@ -199,6 +200,7 @@ private:
     void chkAdjustSkill_Click();
     void chkRandomOrder_Click();
     void cmdDescr_Click();
+    void mnuFileSave_Click();
     void mnuFileExit_Click();
     void hsChange(const SkillSlider &skill);
     void hsScroll(const SkillSlider &skill, int position);
