@@ -17,6 +17,16 @@ bool holdsUserIni(const QString &candidate)
     return QFileInfo(findPathNoCase(candidate, QStringLiteral("System/user.ini"))).isFile();
 }
 
+// A per-user folder of a port holds user.ini but none of the game's .int
+// files, which the content scan needs from the same System folder.
+bool holdsWholeGame(const QString &candidate)
+{
+    if (!holdsUserIni(candidate))
+        return false;
+    const QDir system(findPathNoCase(candidate, QStringLiteral("System")));
+    return !system.entryList({ QStringLiteral("*.int") }, QDir::Files).isEmpty();
+}
+
 } // namespace
 
 QStringList GamePathCandidates(const QString &home)
@@ -33,6 +43,10 @@ QStringList GamePathCandidates(const QString &home)
 
 QString FirstGamePath(const QStringList &candidates)
 {
+    for (const QString &candidate : candidates) {
+        if (holdsWholeGame(candidate))
+            return candidate;
+    }
     for (const QString &candidate : candidates) {
         if (holdsUserIni(candidate))
             return candidate;

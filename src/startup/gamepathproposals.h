@@ -20,6 +20,7 @@ QString ProposedConfigPath(const QString &gamePath);
 // per-user folders of the game's ports first, as they hold user.ini.
 QStringList GamePathCandidates(const QString &home);
 
-// The first candidate that holds System/user.ini, else the first that has a
+// The first candidate whose System folder holds user.ini and .int files,
+// else the first that holds System/user.ini, else the first that has a
 // System folder, else "". Names inside a candidate match without regard to case.
 QString FirstGamePath(const QStringList &candidates);

@@ -28,6 +28,9 @@ void TestGamePathProposals::firstGamePath_data()
         "UnrealTournament/System/User.ini" } << "UnrealTournament/";
     QTest::newRow("port's user folder first") << QStringList { ".loki/ut/System/User.ini",
         "UnrealTournament/System/User.ini" } << ".loki/ut/";
+    QTest::newRow("whole game wins over a port's user folder")
+        << QStringList { ".utpg/System/User.ini", "ut/System/User.ini", "ut/System/Botpack.int" }
+        << "ut/";
     QTest::newRow("names in any case") << QStringList { "ut/system/user.INI" } << "ut/";
     QTest::newRow("System is a file") << QStringList { "UnrealTournament/System" } << "";
 }

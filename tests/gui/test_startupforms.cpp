@@ -3,14 +3,18 @@
 
 #include "configfiles/fileops.h"
 #include "configfiles/forms/dlgChangePath.h"
+#include "configfiles/forms/dlgDescr.h"
 #include "configfiles/forms/dlgError.h"
 #include "configfiles/forms/formregistry.h"
+#include "roster/botroster.h"
 #include "startup/forms/dlgChangeConfigPath.h"
 #include "startup/forms/dlgCorrectUTPath.h"
+#include "startup/forms/dlgFirstRun.h"
 #include "startup/forms/frmSplash.h"
 #include "startup/options.h"
 #include "startup/programdirectory.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
@@ -18,7 +22,9 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
+#include <QShowEvent>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -66,6 +72,27 @@ bool closedByWindowSystem(QWidget *window)
     return event.isAccepted();
 }
 
+// A show as the window system sends it when a minimised window comes back.
+void restoredByWindowSystem(QWidget *window)
+{
+    QShowEvent event;
+    QSpontaneKeyEvent::setSpontaneous(&event);
+    qApp->notify(window, &event);
+}
+
+// The text a control shows: a window's caption for "", else the named
+// label's or button's text.
+QString shownText(const QWidget &window, const QString &control)
+{
+    if (control.isEmpty())
+        return window.windowTitle();
+    if (const auto *label = window.findChild<QLabel *>(control))
+        return label->text();
+    if (const auto *button = window.findChild<QAbstractButton *>(control))
+        return button->text();
+    return QStringLiteral("<no control %1>").arg(control);
+}
+
 QImage rotatedRight(const QImage &picture, int shift)
 {
     const int width = picture.width();
@@ -92,6 +119,8 @@ private slots:
     void init();
     void cleanup();
 
+    void captions_data();
+    void captions();
     void closeControl_data();
     void closeControl();
     void invalidUTPathRefused_data();
@@ -104,6 +133,8 @@ private slots:
     void folderCreation();
     void errorReport_data();
     void errorReport();
+    void descriptionEditor_data();
+    void descriptionEditor();
     void splashMessages();
     void splashBandScrolls_data();
     void splashBandScrolls();
@@ -137,6 +168,70 @@ void TestStartupForms::cleanup()
 }
 
 // clang-format off
+void TestStartupForms::captions_data()
+{
+    QTest::addColumn<MakeWindow>("make");
+    QTest::addColumn<QStringList>("shown"); // "control=text"; no control for the caption
+
+    const auto firstRun = MakeWindow([] { return new dlgFirstRun; });
+    QTest::newRow("first run") << firstRun << QStringList{
+        "=",
+        "lblTitle=Starting Quorvane First Run Setup...",
+        "Label1=The only time you will see this dialog is when Quorvane is first installed.",
+        "Label2=Following this dialog there will be a few setup dialog windows asking you to choose settings that are required for the operation of Quorvane.",
+        "lblOtherTimes=Other times that you would see these setup dialog windows are:",
+        "lblOptionDeleted=...if the options.ini file has been deleted.",
+        "lblOR=OR",
+        "lblChangeSettings=...if you change settings.",
+        "lblBeginClick=Click the continue button to begin...",
+        "cmdContinue=Continue..."};
+    QTest::newRow("game path") << MakeWindow([] { return new dlgCorrectUTPath; }) << QStringList{
+        "=Is this your correct UT Path?",
+        "lblMessage=Is this the correct Unreal Tournament path to use?",
+        "lblUTPath=",
+        "Label2=If it is not click the BROWSE button.", "cmdBrowse=Browse",
+        "lblOK=If it is correct click the OK button.", "OKButton=OK"};
+    QTest::newRow("config path") << MakeWindow([] { return new dlgChangeConfigPath; }) << QStringList{
+        "=Is this your correct Configuration path?",
+        "lblMessage=Is the path below where you want your configurations saved?",
+        "Label2=If it is not click the BROWSE button.", "cmdBrowse=Browse",
+        "lblOK=If it is correct click the OK button.", "OKButton=OK"};
+    QTest::newRow("splash") << MakeWindow([] { return new frmSplash; }) << QStringList{
+        "=",
+        "lblCompanyProduct=Tessaline presents the...",
+        "lblPlatform=...for Windows 9x/NT/2000",
+        "lblVersion=Version 0.1.0 Beta",
+        "lblMessage=",
+        "chkAutoClose=Auto-close this window after program initialization finishes.",
+        "cmdClose=Close"};
+    QTest::newRow("folder chooser") << MakeWindow([] { return new dlgChangePath; }) << QStringList{
+        "=Change Path...",
+        "lblDrive=Drive:", "lblFolder=Folder:", "cmdCreateFolder=Create Folder",
+        "OKButton=OK", "CancelButton=Cancel",
+        "lblNewFolder=New Folder:", "cmdCreate=Cancel"};
+    QTest::newRow("error") << MakeWindow([] { return new dlgError; }) << QStringList{
+        "lblErrDescrLabel=Error Description:",
+        "lblCustomDescrLabel=Custom Error Msg:"};
+    QTest::newRow("description") << MakeWindow([] { return new dlgDescr; }) << QStringList{
+        "=Enter Description",
+        "cmdSave=Apply", "CancelButton=Cancel",
+        "lblWarning=Changes are only applied.  Must save configuration to save description."};
+}
+// clang-format on
+
+void TestStartupForms::captions()
+{
+    QFETCH(MakeWindow, make);
+    QFETCH(QStringList, shown);
+
+    std::unique_ptr<QWidget> window(make());
+    for (const QString &entry : shown) {
+        const QString control = entry.section('=', 0, 0);
+        QCOMPARE(shownText(*window, control), entry.section('=', 1));
+    }
+}
+
+// clang-format off
 void TestStartupForms::closeControl_data()
 {
     QTest::addColumn<MakeWindow>("make");
@@ -146,6 +241,7 @@ void TestStartupForms::closeControl_data()
     QTest::newRow("config path") << MakeWindow([] { return new dlgChangeConfigPath; }) << true;
     QTest::newRow("error") << MakeWindow([] { return new dlgError; }) << true;
     QTest::newRow("splash") << MakeWindow([] { return new frmSplash; }) << true;
+    QTest::newRow("description") << MakeWindow([] { return new dlgDescr; }) << true;
     QTest::newRow("folder chooser, like Cancel") << MakeWindow([] { return new dlgChangePath; }) << false;
 }
 // clang-format on
@@ -323,6 +419,16 @@ void TestStartupForms::folderCreation()
         const QString folder = created.isEmpty() ? parent.path() : parent.path() + "/" + created;
         QCOMPARE(chooser.SelectedFolder, native(folder + "/"));
     }
+
+    // Restored from the task bar, the dialog keeps what is typed; the next
+    // showing starts with an empty name and the row closed.
+    restoredByWindowSystem(&chooser);
+    QCOMPARE(chooser.txtNewFolder->text(), typing.last());
+    chooser.hide();
+    chooser.show();
+    QCOMPARE(chooser.txtNewFolder->text(), QString());
+    QCOMPARE(chooser.cmdCreate->text(), "Cancel");
+    QVERIFY(!chooser.txtNewFolder->isVisible() && chooser.OKButton->isEnabled());
 }
 
 // clang-format off
@@ -372,6 +478,39 @@ void TestStartupForms::errorReport()
     unloadForm<dlgError>();
 }
 
+// clang-format off
+void TestStartupForms::descriptionEditor_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<QString>("expected");
+
+    QTest::newRow("apply") << "cmdSave" << "Fast bots only";
+    QTest::newRow("cancel") << "CancelButton" << "Team practice";
+}
+// clang-format on
+
+void TestStartupForms::descriptionEditor()
+{
+    QFETCH(QString, button);
+    QFETCH(QString, expected);
+
+    Roster().Description = "Team practice";
+    dlgDescr dialog;
+    dialog.show();
+    QCOMPARE(dialog.txtDescr->toPlainText(), "Team practice");
+    dialog.txtDescr->setPlainText("Fast bots only");
+    restoredByWindowSystem(&dialog);
+    QCOMPARE(dialog.txtDescr->toPlainText(), "Fast bots only");
+    dialog.findChild<QPushButton *>(button)->click();
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(Roster().Description, expected);
+
+    // The next showing starts from the roster again.
+    Roster().Description = "Duel";
+    dialog.show();
+    QCOMPARE(dialog.txtDescr->toPlainText(), "Duel");
+}
+
 void TestStartupForms::splashMessages()
 {
     frmSplash &splash = theForm<frmSplash>();
@@ -417,6 +556,12 @@ void TestStartupForms::splashBandScrolls()
     QCOMPARE(start.pixel(346, 7), qRgb(0, 0, 255));
 
     frmSplash &splash = theForm<frmSplash>();
+    splash.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&splash));
+    // One picture pixel per box pixel, so a step moves the band by exactly
+    // the Incrementor.
+    QCOMPARE(splash.pbGradient->size(), start.size());
+    QVERIFY(!splash.pbGradient->hasScaledContents());
     QCOMPARE(shownBand(splash), start);
     QCOMPARE(splash.GradientBar.Incrementor(), 2);
     splash.GradientBar.setIncrementor(qint16(incrementor));

@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QShowEvent>
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QTreeWidget>
@@ -132,10 +133,15 @@ dlgChangePath::dlgChangePath(QWidget *parent)
     resize(QSize(360, 420).expandedTo(sizeHint()));
 }
 
+// Each showing starts as a fresh dialog would; a window restored from the
+// task bar is shown again by the window system and keeps its state.
 void dlgChangePath::showEvent(QShowEvent *event)
 {
-    SelectedFolder.clear();
-    setNewFolderRowOpen(false);
+    if (!event->spontaneous()) {
+        SelectedFolder.clear();
+        txtNewFolder->clear();
+        setNewFolderRowOpen(false);
+    }
     QDialog::showEvent(event);
 }
 

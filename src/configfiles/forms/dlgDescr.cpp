@@ -1,11 +1,13 @@
 #include "dlgDescr.h"
 
 #include "roster/botroster.h"
+#include "windowtools.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QShowEvent>
 #include <QVBoxLayout>
 
 dlgDescr::dlgDescr(QWidget *parent)
@@ -39,14 +41,19 @@ dlgDescr::dlgDescr(QWidget *parent)
     connect(cmdSave, &QPushButton::clicked, this, &dlgDescr::cmdSave_Click);
     connect(CancelButton, &QPushButton::clicked, this, &QDialog::reject);
 
-    // TODO: RemoveCloseMenu(this) once windowtools.h is in place.
-    resize(sizeHint().expandedTo(QSize(440, 220)));
+    RemoveCloseMenu(this);
+    // Room for a few lines of a description without scrolling, at any font size.
+    const QFontMetrics metrics = fontMetrics();
+    resize(sizeHint().expandedTo(QSize(metrics.averageCharWidth() * 64, metrics.height() * 12)));
 }
 
 // Every showing starts from the roster, so a cancelled edit leaves no trace.
+// A window restored from the task bar is shown again by the window system;
+// that must not throw away what the user has typed.
 void dlgDescr::showEvent(QShowEvent *event)
 {
-    txtDescr->setPlainText(Roster().Description);
+    if (!event->spontaneous())
+        txtDescr->setPlainText(Roster().Description);
     QDialog::showEvent(event);
 }
 

@@ -66,12 +66,11 @@ frmSplash::frmSplash(QWidget *parent)
     lblVersion->setAlignment(Qt::AlignRight);
     lblMessage->setAlignment(Qt::AlignCenter);
     lblMessage->setMinimumHeight(lblMessage->fontMetrics().height());
-    // The band is stretched across the window, whatever its picture's width.
-    pbGradient->setPixmap(QPixmap::fromImage(GradientPicture()));
-    pbGradient->setScaledContents(true);
-    pbGradient->setFixedHeight(15);
-    pbGradient->setMinimumWidth(1);
-    pbGradient->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    // The box is exactly the band's size: stretched, each scroll step would
+    // no longer be the Incrementor's pixels, and the gradient would blur.
+    const QImage band = GradientPicture();
+    pbGradient->setPixmap(QPixmap::fromImage(band));
+    pbGradient->setFixedSize(band.size());
     QFont small = lblCopyright->font();
     small.setPointSizeF(small.pointSizeF() * 0.85);
     lblCopyright->setFont(small);
@@ -91,7 +90,7 @@ frmSplash::frmSplash(QWidget *parent)
     layout->addWidget(lblVersion);
     layout->addWidget(Line1);
     layout->addWidget(lblMessage);
-    layout->addWidget(pbGradient);
+    layout->addWidget(pbGradient, 0, Qt::AlignHCenter);
     layout->addLayout(closeRow);
     layout->addWidget(lblCopyright);
     layout->setSizeConstraint(QLayout::SetMinimumSize);

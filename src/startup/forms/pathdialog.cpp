@@ -36,6 +36,7 @@ PathDialog::PathDialog(const char *pathLabelName, const QString &message, QWidge
     m_pathLabel->setFont(strong);
     m_pathLabel->setFrameShape(QFrame::StyledPanel);
     m_pathLabel->setFrameShadow(QFrame::Sunken);
+    m_pathLabel->setTextFormat(Qt::PlainText);
     m_pathLabel->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_pathLabel->setMinimumHeight(m_pathLabel->fontMetrics().height() * 2);
     OKButton->setDefault(true);
