@@ -1,38 +1,94 @@
 #!/usr/bin/env bash
-# Builds quorvane-cli and runs its main job against a copy of the bundled
-# demo game: the default bot list is saved as a configuration and applied to
-# the game's user.ini.
+# Builds Quorvane and starts the window program on a copy of the bundled demo
+# game, with a program directory of its own (options.ini, int.ini,
+# pattern.ini and reports live there), so the first start shows the first-run
+# setup and later starts remember what was chosen.
+#
+#   bash tools/run-demo.sh          the window program
+#   bash tools/run-demo.sh --fresh  the same, starting over as a new install
+#   bash tools/run-demo.sh --cli    quorvane-cli saves the default bot list and
+#                                   applies it to the demo game's user.ini
+#
+# The demo lives in build/demo-run: program/ holds the executable and its
+# files, home/ stands in for the home folder (the path dialogs propose the
+# game at home/UnrealTournament and its Configs folder), and cli/ is the
+# command-line demo's own copy.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
+mode=gui
+for argument in "$@"; do
+    case "$argument" in
+        --fresh) rm -rf build/demo-run/program build/demo-run/home ;;
+        --cli) mode=cli ;;
+        *) echo "usage: bash tools/run-demo.sh [--fresh] [--cli]" >&2; exit 1 ;;
+    esac
+done
+
 bash tools/setup.sh
 cmake --preset default
-cmake --build --preset default --target quorvane-cli
+cmake --build --preset default --target quorvane quorvane-cli
 
-cli="$PWD/build/default/src/quorvane-cli"
+built="$PWD/build/default/src"
 work="$PWD/build/demo-run"
-rm -rf "$work"
-mkdir -p "$work/program" "$work/configs"
-cp -R demo/UnrealTournament "$work/UnrealTournament"
-user_ini="$work/UnrealTournament/System/User.ini"
 
-run() {
-    echo "+ quorvane-cli $*"
-    "$cli" --program-dir "$work/program" --game-dir "$work/UnrealTournament" \
-        --config-dir "$work/configs" "$@"
+run_cli_demo() {
+    local cli="$built/quorvane-cli" demo="$work/cli"
+    rm -rf "$demo"
+    mkdir -p "$demo/program" "$demo/configs"
+    cp -R demo/UnrealTournament "$demo/UnrealTournament"
+    local user_ini="$demo/UnrealTournament/System/User.ini"
+    run() {
+        echo "+ quorvane-cli $*"
+        "$cli" --program-dir "$demo/program" --game-dir "$demo/UnrealTournament" \
+            --config-dir "$demo/configs" "$@"
+    }
+    echo "Demo game copied to $demo/UnrealTournament"
+    run save Default.qvn
+    run describe Default.qvn
+    run list
+    run apply Default.qvn --backup
+    echo
+    echo "The bot list section of $user_ini now begins:"
+    grep -i -A 4 '^\[Botpack.ChallengeBotInfo\]' "$user_ini"
+    echo
+    local changed
+    changed=$(diff <(tr -d '\r' < demo/UnrealTournament/System/User.ini) <(tr -d '\r' < "$user_ini") \
+        | grep -c '^[<>]' || true)
+    echo "$changed lines of user.ini changed; the configuration directory now holds:"
+    ls -1 "$demo/configs" | sed 's/^/  /'
 }
 
-echo "Demo game copied to $work/UnrealTournament"
-run save Default.qvn
-run describe Default.qvn
-run list
-run apply Default.qvn --backup
+if [ "$mode" = cli ]; then
+    run_cli_demo
+    exit 0
+fi
 
-echo
-echo "The bot list section of $user_ini now begins:"
-grep -i -A 4 '^\[Botpack.ChallengeBotInfo\]' "$user_ini"
-echo
-changed=$(diff <(tr -d '\r' < demo/UnrealTournament/System/User.ini) <(tr -d '\r' < "$user_ini") \
-    | grep -c '^[<>]' || true)
-echo "$changed lines of user.ini changed; the configuration directory now holds:"
-ls -1 "$work/configs" | sed 's/^/  /'
+if [ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ]; then
+    echo "No display to show the window program on; running the command-line demo instead."
+    echo "(Run it again on a desktop to get the window program.)"
+    echo
+    run_cli_demo
+    exit 0
+fi
+
+# The program's directory is the executable's: give the demo its own copy.
+mkdir -p "$work/program" "$work/home"
+cp "$built/quorvane" "$work/program/"
+for file in int.ini pattern.ini; do
+    [ -e "$work/program/$file" ] || cp "$built/$file" "$work/program/"
+done
+if [ ! -d "$work/home/UnrealTournament" ]; then
+    cp -R demo/UnrealTournament "$work/home/UnrealTournament"
+fi
+
+if [ -e "$work/program/options.ini" ]; then
+    echo "Starting Quorvane (program directory $work/program)."
+else
+    echo "Starting Quorvane for the first time: the setup dialogs propose"
+    echo "  the game:           $work/home/UnrealTournament/"
+    echo "  the configurations: $work/home/UnrealTournament/Configs/"
+fi
+# The X server's key stays where it was while HOME points at the demo.
+export XAUTHORITY="${XAUTHORITY:-$HOME/.Xauthority}"
+HOME="$work/home" exec "$work/program/quorvane"
