@@ -1,5 +1,7 @@
 #include "configfiles/forms/dlgChangePath.h"
+#include "configfiles/forms/dlgDescr.h"
 #include "configfiles/forms/dlgError.h"
+#include "roster/forms/frmBots.h"
 #include "startup/forms/dlgChangeConfigPath.h"
 #include "startup/forms/dlgCorrectUTPath.h"
 #include "startup/forms/dlgFirstRun.h"
@@ -97,6 +99,8 @@ void TestScreenshotsStartup::forms_data()
     QTest::newRow("dlgCorrectUTPath") << MakeForm([] { return new dlgCorrectUTPath; }) << "Is this your correct UT Path?" << "lblMessage=Is this the correct Unreal Tournament path to use?";
     QTest::newRow("dlgChangeConfigPath") << MakeForm([] { return new dlgChangeConfigPath; }) << "Is this your correct Configuration path?" << "lblMessage=Is the path below where you want your configurations saved?";
     QTest::newRow("dlgChangePath") << MakeForm(folderChooser) << "Choose Configuration Directory..." << "lblFolder=Folder:";
+    QTest::newRow("dlgDescr") << MakeForm([] { return new dlgDescr; }) << "Enter Description" << "lblWarning=Changes are only applied.  Must save configuration to save description.";
+    QTest::newRow("frmBots") << MakeForm([] { return new frmBots; }) << "Quorvane for Unreal Tournament" << "lblFavWep=Favorite Weapon:";
 }
 // clang-format on
 
