@@ -93,14 +93,7 @@ void TestScreenshotsStartup::forms()
     QFETCH(QString, caption);
     QFETCH(QString, heading);
 
-    std::unique_ptr<QWidget> form(make());
-    form->show();
-    QVERIFY(QTest::qWaitForWindowExposed(form.get()));
-    QCOMPARE(form->windowTitle(), caption);
-    const auto *label = form->findChild<QLabel *>(heading.section('=', 0, 0));
-    QVERIFY(label && label->isVisible());
-    QCOMPARE(label->text(), heading.section('=', 1));
-    QVERIFY(saveScreenshot(form->grab().toImage(), QTest::currentDataTag()));
+    checkAndShoot(make, caption, heading);
 }
 
 void TestScreenshotsStartup::errorDialog()
