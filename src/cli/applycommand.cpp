@@ -1,8 +1,11 @@
 #include "command.h"
 
 #include "configfiles/applyconfig.h"
+#include "configfiles/gameinstallation.h"
 
 #include <QCommandLineParser>
+#include <QDir>
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -11,24 +14,40 @@ namespace {
 int runApply(CommandContext &context)
 {
     QCommandLineParser parser;
-    parser.addPositionalArgument(u"NAME"_s, u"The configuration file to apply."_s);
+    parser.addPositionalArgument(u"NAME"_s, u"The configuration file to apply, a bare file name "
+                                            "in the configuration directory."_s);
     const QCommandLineOption backupOption(
-        u"backup"_s, u"Keep the section it replaces in a backup file in the configuration "
+        u"backup"_s, u"Keep each section it replaces in a backup file in the configuration "
                      "directory."_s);
-    parser.addOption(backupOption);
+    const QCommandLineOption targetOption(
+        u"target"_s, u"A user.ini to change; repeat for several. Default: every user.ini the "
+                     "game reads from the game directory."_s,
+        u"FILE"_s);
+    const QCommandLineOption forceOption(
+        u"force"_s, u"Apply even while the game is running, which overwrites the list when it "
+                    "quits."_s);
+    parser.addOptions({backupOption, targetOption, forceOption});
     context.parse(parser, 1);
     context.loadOptions();
-    // Both directories must be known before anything is touched.
-    context.gameDir();
+
+    // Every directory the apply needs must be known before anything is touched.
+    QStringList targets;
+    for (const QString &target : parser.values(targetOption))
+        targets.append(QDir::toNativeSeparators(QFileInfo(target).absoluteFilePath()));
+    targets.removeDuplicates();
+    if (targets.isEmpty())
+        targets = GameUserIniFiles(context.gameDir());
     context.configDir();
 
-    if (!ApplyConfiguration(parser.positionalArguments().constFirst(), parser.isSet(backupOption)))
+    if (!ApplyConfiguration(parser.positionalArguments().constFirst(), parser.isSet(backupOption),
+                            targets, !parser.isSet(forceOption)))
         return ExitStatus::Failed;
-    printLine(u"Completed"_s);
+    for (const QString &target : targets)
+        printLine(target);
     return ExitStatus::Success;
 }
 
 const CommandRegistration registration{
-    {u"apply"_s, u"Puts a configuration's bot list into the game's user.ini."_s, runApply}};
+    {u"apply"_s, u"Puts a configuration's bot list into the game's user.ini files."_s, runApply}};
 
 } // namespace

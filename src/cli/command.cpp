@@ -1,6 +1,8 @@
 #include "command.h"
 
+#include "configfiles/configname.h"
 #include "configfiles/fileops.h"
+#include "configfiles/prompt.h"
 #include "configfiles/runerror.h"
 #include "startup/options.h"
 #include "startup/programdirectory.h"
@@ -111,6 +113,18 @@ void CommandContext::parse(QCommandLineParser &parser, qsizetype positionalCount
 
     takeGlobalOptions(parser, m_globals);
     setProgramDir(m_globals.programDir);
+}
+
+QString configFileNameArgument(const QCommandLineParser &parser)
+{
+    const QString name = parser.positionalArguments().value(0);
+    const QString problem = ConfigNameProblem(name);
+    if (!problem.isEmpty()) {
+        showMessage(InvalidConfigNameTitle(), problem, MessageButtons::Ok,
+                    MessageIcon::Exclamation);
+        throw CommandExit{ExitStatus::Failed};
+    }
+    return name;
 }
 
 void loadOptionsFile()

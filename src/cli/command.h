@@ -67,6 +67,13 @@ private:
     GlobalOptions m_globals;
 };
 
+// The configuration file NAME of a command: the parser's first positional
+// argument. A name that could lead out of the configuration directory, or
+// that Windows could not store, is refused with the message the window
+// program shows, and the command ends with Failed before anything is read
+// or written.
+QString configFileNameArgument(const QCommandLineParser &parser);
+
 // Reads options.ini from the program directory into AppOptions(); a file cut
 // short keeps what it gave, any other fault ends the command with Failed.
 void loadOptionsFile();

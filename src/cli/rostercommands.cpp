@@ -5,11 +5,13 @@
 #include "rosterjson.h"
 
 #include "configfiles/configfile.h"
+#include "configfiles/runerror.h"
 #include "roster/botroster.h"
 
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonObject>
 
@@ -54,7 +56,8 @@ int runDefaults(CommandContext &context)
 int runSave(CommandContext &context)
 {
     QCommandLineParser parser;
-    parser.addPositionalArgument(u"NAME"_s, u"The file name, used as given (add \".qvn\")."_s);
+    parser.addPositionalArgument(u"NAME"_s, u"A bare file name in the configuration directory, "
+                                            "used as given (add \".qvn\")."_s);
     const QCommandLineOption rosterOption(u"roster"_s,
                                           u"The roster to save as JSON (see 'defaults'); \"-\" "
                                           "reads it from stdin. Default: the default roster."_s,
@@ -62,14 +65,22 @@ int runSave(CommandContext &context)
     const QCommandLineOption forceOption(u"force"_s, u"Overwrite an existing file."_s);
     parser.addOptions({rosterOption, forceOption});
     context.parse(parser, 1);
+    const QString name = configFileNameArgument(parser);
 
     BotRoster roster = parser.isSet(rosterOption) ? readRoster(parser.value(rosterOption))
                                                   : defaultRoster();
     context.loadOptions();
     const QString directory = context.configDir();
-    const QString name = parser.positionalArguments().constFirst();
-    if (!SaveConfigAs(directory, name, parser.isSet(forceOption), roster))
-        return ExitStatus::Failed;
+    const bool existed = QFileInfo::exists(directory + name);
+    try {
+        if (!SaveConfigAs(directory, name, parser.isSet(forceOption), roster))
+            return ExitStatus::Failed;
+    } catch (const RunError &error) {
+        // The file is replaced in one step, so a failed write never leaves
+        // half a file behind; say so, since losing one is what users fear.
+        fail(u"quorvane-cli: "_s + error.message() + u"\nThe configuration was not saved"_s
+             + (existed ? u"; the existing file is unchanged."_s : u"."_s));
+    }
     printLine(directory + name);
     return ExitStatus::Success;
 }
@@ -79,8 +90,9 @@ int runOpen(CommandContext &context)
     QCommandLineParser parser;
     parser.addPositionalArgument(u"NAME"_s, u"The configuration file to read."_s);
     context.parse(parser, 1);
+    const QString name = configFileNameArgument(parser);
     context.loadOptions();
-    OpenConfiguration(context.configDir(), parser.positionalArguments().constFirst(), Roster());
+    OpenConfiguration(context.configDir(), name, Roster());
     printJson(rosterToJson(Roster()));
     return ExitStatus::Success;
 }
@@ -90,8 +102,9 @@ int runDescribe(CommandContext &context)
     QCommandLineParser parser;
     parser.addPositionalArgument(u"NAME"_s, u"The configuration file to read."_s);
     context.parse(parser, 1);
+    const QString name = configFileNameArgument(parser);
     context.loadOptions();
-    printJson(ReadDescription(parser.positionalArguments().constFirst(), context.configDir()));
+    printJson(ReadDescription(name, context.configDir()));
     return ExitStatus::Success;
 }
 

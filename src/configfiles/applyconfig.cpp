@@ -1,6 +1,8 @@
 #include "applyconfig.h"
 
+#include "configname.h"
 #include "fileops.h"
+#include "gameinstallation.h"
 #include "progress.h"
 #include "prompt.h"
 #include "runerror.h"
@@ -8,8 +10,12 @@
 #include "textdocument.h"
 #include "textfile.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+
+#include <algorithm>
+#include <list>
 
 namespace {
 
@@ -129,41 +135,161 @@ QList<Line> replaceSection(TextDocument &document, const QList<QByteArray> &sect
     return oldSection;
 }
 
-void writeBackup(const TextDocument &document, const QList<Line> &oldSection)
+// One user.ini of the apply, read and rewritten in memory before any of
+// them is written.
+struct PreparedFile
 {
-    const QString path = AppOptions().ConfigPath + BackupFileName(QDateTime::currentDateTime());
+    QString userIni;
+    TextDocument document;
+    QList<Line> oldSection;
+};
+
+QString nothingChanged(qsizetype fileCount)
+{
+    return (fileCount == 1 ? QStringLiteral("user.ini was not changed.")
+                           : QStringLiteral("None of the user.ini files was changed."))
+        + AbortedText;
+}
+
+QByteArray backupBytes(const PreparedFile &file)
+{
     QByteArray bytes;
-    for (const Line &line : oldSection) {
-        bytes += document.encoding() == TextDocument::Encoding::Ansi
+    for (const Line &line : file.oldSection) {
+        bytes += file.document.encoding() == TextDocument::Encoding::Ansi
             ? line.content
-            : encodeAnsi(document.text(line));
+            : encodeAnsi(file.document.text(line));
         bytes += "\r\n";
     }
-    try {
-        writeFileAtomically(path, bytes);
-    } catch (const RunError &error) {
-        throw Refusal { QStringLiteral("Backup Failed"),
-            QStringLiteral("Can't write the backup of the current configuration.")
-                + QStringLiteral("\r\n\r\n") + error.message()
-                + QStringLiteral("\r\n\r\nuser.ini was not changed.") + AbortedText };
+    return bytes;
+}
+
+// The first user.ini keeps the plain backup name, so that a one-file game
+// gets the names it always had; the others say which folder they came from,
+// numbered when two folders share a name.
+QStringList backupNames(const QList<PreparedFile> &files, const QDateTime &time)
+{
+    QStringList names;
+    for (const PreparedFile &file : files) {
+        QString name = BackupFileName(time);
+        const QString folder = QFileInfo(file.userIni).dir().dirName();
+        for (int number = 1; names.contains(name, Qt::CaseInsensitive); ++number) {
+            const QString suffix
+                = number == 1 ? QString() : QLatin1Char('-') + QString::number(number);
+            name = BackupFileName(time, folder + suffix);
+        }
+        names.append(name);
+    }
+    return names;
+}
+
+// Every backup is written before any user.ini, so that a backup that cannot
+// be written stops the apply while nothing has changed.
+void writeBackups(const QList<PreparedFile> &files)
+{
+    const QStringList names = backupNames(files, QDateTime::currentDateTime());
+    for (qsizetype i = 0; i < files.size(); ++i) {
+        if (files.at(i).oldSection.isEmpty())
+            continue;
+        try {
+            writeFileAtomically(AppOptions().ConfigPath + names.at(i), backupBytes(files.at(i)));
+        } catch (const RunError &error) {
+            throw Refusal { QStringLiteral("Backup Failed"),
+                QStringLiteral("Can't write the backup of the current configuration.")
+                    + QStringLiteral("\r\n\r\n") + error.message() + QStringLiteral("\r\n\r\n")
+                    + nothingChanged(files.size()) };
+        }
     }
 }
 
-void replaceUserIniSection(const QString &configPath, const QString &configFileName,
-    const QString &userIni, const QString &dummyIni, bool makeBackup)
+QString dummyIniBeside(const QString &userIni)
 {
-    const QList<QByteArray> section = readConfigurationSection(configPath, configFileName);
-    const WorkingCopy copy(userIni, dummyIni);
-    TextDocument document = TextDocument::load(copy.path());
-    const QList<Line> oldSection = replaceSection(document, section);
-    if (makeBackup && !oldSection.isEmpty())
-        writeBackup(document, oldSection);
-    writeFileAtomically(userIni, document.toBytes());
+    return findPathNoCase(QFileInfo(userIni).absolutePath(), QStringLiteral("dummy.ini"));
+}
+
+// Reads each user.ini through a working copy beside it and puts the new
+// section into it in memory, so that a file that cannot be read stops the
+// apply before any user.ini is written. The working copies stay until every
+// user.ini is written.
+QList<PreparedFile> prepareFiles(const QStringList &userIniFiles, const QList<QByteArray> &section,
+    std::list<WorkingCopy> &copies)
+{
+    QList<PreparedFile> files;
+    QStringList dummies;
+    for (const QString &userIni : userIniFiles) {
+        const QString dummyIni = dummyIniBeside(userIni);
+        QString source = userIni;
+        // A second user.ini in the same folder would need the same working
+        // copy; nothing has been written yet, so it is read where it is.
+        if (!dummies.contains(dummyIni)) {
+            // Left behind by an apply that was interrupted.
+            QFile::remove(dummyIni);
+            source = copies.emplace_back(userIni, dummyIni).path();
+            dummies.append(dummyIni);
+        }
+        PreparedFile file { userIni, TextDocument::load(source), {} };
+        file.oldSection = replaceSection(file.document, section);
+        files.append(std::move(file));
+    }
+    return files;
+}
+
+void missingConfiguration(const QString &configFileName)
+{
+    showMessage(QStringLiteral("Missing File"),
+        QStringLiteral("Can't find ") + configFileName + QStringLiteral(".  Operation Aborted."),
+        MessageButtons::Ok, MessageIcon::Exclamation);
+}
+
+// The same file named twice, or through another path, is applied once.
+QStringList distinctFiles(const QStringList &files)
+{
+    QStringList distinct;
+    QStringList seen;
+    for (const QString &file : files) {
+        const QString canonical = QFileInfo(file).canonicalFilePath();
+        if (seen.contains(canonical))
+            continue;
+        seen.append(canonical);
+        distinct.append(file);
+    }
+    return distinct;
+}
+
+bool userWantsToApplyWhileGameRuns()
+{
+    return showMessage(QStringLiteral("Unreal Tournament Is Running"),
+               QStringLiteral("Unreal Tournament is running. It rewrites user.ini when it "
+                              "quits, so the bot list applied now will be overwritten then.")
+                   + QStringLiteral("\r\n\r\nApply the configuration anyway?"),
+               MessageButtons::YesNo, MessageIcon::Exclamation)
+        == MessageAnswer::Yes;
+}
+
+void reportFailedWrite(
+    const RunError &error, const QList<PreparedFile> &files, qsizetype firstUnchanged)
+{
+    if (firstUnchanged == 0) {
+        showMessage(QStringLiteral("Apply Configuration Failed"),
+            error.message() + QStringLiteral("\r\n\r\n") + nothingChanged(files.size()),
+            MessageButtons::Ok, MessageIcon::Critical);
+        return;
+    }
+    QStringList changed;
+    QStringList unchanged;
+    for (qsizetype i = 0; i < files.size(); ++i)
+        (i < firstUnchanged ? changed : unchanged).append(files.at(i).userIni);
+    const QString crlf = QStringLiteral("\r\n");
+    showMessage(QStringLiteral("Apply Configuration Incomplete"),
+        error.message() + crlf + crlf + QStringLiteral("These user.ini files were changed:") + crlf
+            + changed.join(crlf) + crlf + crlf
+            + QStringLiteral("These user.ini files were not changed:") + crlf
+            + unchanged.join(crlf),
+        MessageButtons::Ok, MessageIcon::Critical);
 }
 
 } // namespace
 
-QString BackupFileName(const QDateTime &time)
+QString BackupFileName(const QDateTime &time, const QString &folder)
 {
     const QDate date = time.date();
     const QTime clock = time.time();
@@ -172,46 +298,83 @@ QString BackupFileName(const QDateTime &time)
     QStringList parts;
     for (int number : numbers)
         parts.append(QString::number(number));
-    return QStringLiteral("curconfig_bkup_(") + parts.join(QLatin1Char('-'))
-        + QStringLiteral(").qvn2");
+    QString name
+        = QStringLiteral("curconfig_bkup_(") + parts.join(QLatin1Char('-')) + QLatin1Char(')');
+    if (!folder.isEmpty())
+        name += QLatin1Char('_') + folder;
+    return name + QStringLiteral(".qvn2");
 }
 
-bool ApplyConfiguration(const QString &configFileName, bool makeBackup)
+bool ApplyConfiguration(const QString &configFileName, bool makeBackup,
+    const QStringList &userIniFiles, bool askIfGameRuns)
 {
+    // Nothing chosen reads as a missing file, as it always has.
+    if (configFileName.isEmpty()) {
+        missingConfiguration(configFileName);
+        return false;
+    }
+    const QString nameProblem = ConfigNameProblem(configFileName);
+    if (!nameProblem.isEmpty()) {
+        showMessage(
+            InvalidConfigNameTitle(), nameProblem, MessageButtons::Ok, MessageIcon::Exclamation);
+        return false;
+    }
     const QString configPath = AppOptions().ConfigPath + configFileName;
     if (!QFileInfo(configPath).isFile()) {
-        showMessage(QStringLiteral("Missing File"),
-            QStringLiteral("Can't find ") + configFileName
-                + QStringLiteral(".  Operation Aborted."),
-            MessageButtons::Ok, MessageIcon::Exclamation);
+        missingConfiguration(configFileName);
         return false;
     }
 
-    const QString userIni = findPathNoCase(AppOptions().UTPath, QStringLiteral("System/user.ini"));
-    const QString dummyIni
-        = findPathNoCase(AppOptions().UTPath, QStringLiteral("System/dummy.ini"));
-    // Left behind by an apply that was interrupted.
-    QFile::remove(dummyIni);
-    if (!QFileInfo(userIni).isFile()) {
+    const bool allExist = std::all_of(userIniFiles.begin(), userIniFiles.end(),
+        [](const QString &file) { return QFileInfo(file).isFile(); });
+    if (userIniFiles.isEmpty() || !allExist) {
         showMessage(QStringLiteral("User.ini File Missing"),
             QStringLiteral("Can't find user.ini.  Operation Aborted"), MessageButtons::Ok,
             MessageIcon::Exclamation);
         return false;
     }
+    if (askIfGameRuns && IsGameRunning() && !userWantsToApplyWhileGameRuns())
+        return false;
 
+    const QStringList targets = distinctFiles(userIniFiles);
+    std::list<WorkingCopy> copies;
+    QList<PreparedFile> files;
     try {
-        replaceUserIniSection(configPath, configFileName, userIni, dummyIni, makeBackup);
+        const QList<QByteArray> section = readConfigurationSection(configPath, configFileName);
+        files = prepareFiles(targets, section, copies);
+        if (makeBackup)
+            writeBackups(files);
     } catch (const Refusal &refusal) {
+        copies.clear();
         showMessage(refusal.title, refusal.text, MessageButtons::Ok, MessageIcon::Exclamation);
         return false;
     } catch (const RunError &error) {
+        copies.clear();
         showMessage(QStringLiteral("Apply Configuration Failed"),
-            error.message() + QStringLiteral("\r\n\r\nuser.ini was not changed.") + AbortedText,
+            error.message() + QStringLiteral("\r\n\r\n") + nothingChanged(targets.size()),
             MessageButtons::Ok, MessageIcon::Critical);
         return false;
     }
 
+    for (qsizetype i = 0; i < files.size(); ++i) {
+        try {
+            writeFileAtomically(files.at(i).userIni, files.at(i).document.toBytes());
+        } catch (const RunError &error) {
+            copies.clear();
+            reportFailedWrite(error, files, i);
+            return false;
+        }
+    }
+    // The working copies go before the user is told, so that what the user
+    // then sees in the game folder is the finished state.
+    copies.clear();
+
     showMessage(QStringLiteral("Apply Configuration..."), QStringLiteral("Completed"),
         MessageButtons::Ok, MessageIcon::Information);
     return true;
+}
+
+bool ApplyConfiguration(const QString &configFileName, bool makeBackup)
+{
+    return ApplyConfiguration(configFileName, makeBackup, GameUserIniFiles(AppOptions().UTPath));
 }

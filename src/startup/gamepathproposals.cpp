@@ -1,6 +1,7 @@
 #include "gamepathproposals.h"
 
 #include "configfiles/fileops.h"
+#include "configfiles/gameinstallation.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -12,16 +13,11 @@ bool holdsSystemFolder(const QString &candidate)
     return QFileInfo(findPathNoCase(candidate, QStringLiteral("System"))).isDir();
 }
 
-bool holdsUserIni(const QString &candidate)
-{
-    return QFileInfo(findPathNoCase(candidate, QStringLiteral("System/user.ini"))).isFile();
-}
-
 // A per-user folder of a port holds user.ini but none of the game's .int
 // files, which the content scan needs from the same System folder.
 bool holdsWholeGame(const QString &candidate)
 {
-    if (!holdsUserIni(candidate))
+    if (!IsGameFolder(candidate))
         return false;
     const QDir system(findPathNoCase(candidate, QStringLiteral("System")));
     return !system.entryList({ QStringLiteral("*.int") }, QDir::Files).isEmpty();
@@ -48,7 +44,7 @@ QString FirstGamePath(const QStringList &candidates)
             return candidate;
     }
     for (const QString &candidate : candidates) {
-        if (holdsUserIni(candidate))
+        if (IsGameFolder(candidate))
             return candidate;
     }
     for (const QString &candidate : candidates) {

@@ -1,12 +1,18 @@
 #include "testfiles.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+
+#ifdef Q_OS_UNIX
+#include <csignal>
+#include <sys/resource.h>
+#endif
 
 using namespace Qt::StringLiterals;
 
@@ -45,22 +51,45 @@ private slots:
     void refusesMalformedRosters();
     void applyReplacesOnlyTheSection();
     void applyRefusesAMissingConfiguration();
+    void applyTargets_data();
+    void applyTargets();
+    void refusesNamesOutsideTheConfigurationDirectory_data();
+    void refusesNamesOutsideTheConfigurationDirectory();
+    void failedWritesSaySo_data();
+    void failedWritesSaySo();
     void optionsWriteChangesOnlyTheGivenFields();
     void usageErrors_data();
     void usageErrors();
 
 private:
-    Run cli(const QStringList &arguments, const QByteArray &input = {});
+    // `fileSizeLimit` (bytes, 0 for none) stands in for a full disk.
+    Run cli(const QStringList &arguments, const QByteArray &input = {}, qint64 fileSizeLimit = 0);
     const QJsonObject &defaultRoster() const { return m_defaultRoster; }
     QString configDir() const { return m_dir->filePath(u"configs"_s); }
+    QString gameDir() const { return m_dir->filePath(u"game"_s); }
+    // Every file below the test's directory with its content.
+    QMap<QString, QByteArray> files() const;
 
     std::unique_ptr<QTemporaryDir> m_dir;
     QJsonObject m_defaultRoster;
 };
 
-Run TestCli::cli(const QStringList &arguments, const QByteArray &input)
+Run TestCli::cli(const QStringList &arguments, const QByteArray &input, qint64 fileSizeLimit)
 {
     QProcess process;
+#ifdef Q_OS_UNIX
+    if (fileSizeLimit > 0) {
+        // Ignored, so that a write past the limit comes back short instead
+        // of killing the program.
+        process.setChildProcessModifier([fileSizeLimit] {
+            std::signal(SIGXFSZ, SIG_IGN);
+            const rlimit limit{rlim_t(fileSizeLimit), rlim_t(fileSizeLimit)};
+            setrlimit(RLIMIT_FSIZE, &limit);
+        });
+    }
+#else
+    Q_UNUSED(fileSizeLimit);
+#endif
     // Never the executable's directory: the tests must not write beside it.
     process.start(QStringLiteral(QUORVANE_CLI),
                   QStringList{u"--program-dir"_s, m_dir->filePath(u"program"_s)} + arguments);
@@ -70,6 +99,17 @@ Run TestCli::cli(const QStringList &arguments, const QByteArray &input)
         qWarning() << "quorvane-cli did not finish:" << arguments;
     return Run{process.exitCode(), process.readAllStandardOutput(),
                QString::fromUtf8(process.readAllStandardError())};
+}
+
+QMap<QString, QByteArray> TestCli::files() const
+{
+    QMap<QString, QByteArray> contents;
+    QDirIterator it(m_dir->path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString path = it.next();
+        contents.insert(path, readTestFile(path));
+    }
+    return contents;
 }
 
 void TestCli::initTestCase()
@@ -259,7 +299,7 @@ void TestCli::applyReplacesOnlyTheSection()
     QCOMPARE(cli(dirs + QStringList{u"save"_s, u"Default.qvn"_s}).exitCode, 0);
     const Run apply = cli(dirs + QStringList{u"apply"_s, u"Default.qvn"_s, u"--backup"_s});
     QCOMPARE(apply.exitCode, 0);
-    QCOMPARE(apply.out, QByteArray("Completed\n"));
+    QCOMPARE(apply.out, QDir::toNativeSeparators(game + u"/System/User.ini\n"_s).toUtf8());
 
     const QByteArray after = readTestFile(game + u"/System/User.ini"_s);
     const qsizetype header = before.indexOf("[Botpack.ChallengeBotInfo]");
@@ -284,6 +324,153 @@ void TestCli::applyRefusesAMissingConfiguration()
     QCOMPARE(apply.exitCode, 2);
     QVERIFY2(apply.err.startsWith(u"Missing File: Can't find "_s), qPrintable(apply.err));
     QCOMPARE(readTestFile(game + u"/System/User.ini"_s), QByteArray("[Engine.Input]\r\n"));
+}
+
+void TestCli::applyTargets_data()
+{
+    QTest::addColumn<QStringList>("userInis");
+    QTest::addColumn<QStringList>("targets"); // none: the game directory's
+    QTest::addColumn<QStringList>("changed"); // none: refused
+
+    const QString system = u"System/User.ini"_s;
+    const QString system64 = u"System64/User.ini"_s;
+    QTest::newRow("System, by default") << QStringList{system} << QStringList{}
+                                        << QStringList{system};
+    QTest::newRow("System and System64, by default")
+        << QStringList{system, system64} << QStringList{} << QStringList{system, system64};
+    QTest::newRow("two targets, in the order given")
+        << QStringList{system, system64} << QStringList{system64, system}
+        << QStringList{system64, system};
+    QTest::newRow("one target of two") << QStringList{system, system64} << QStringList{system64}
+                                       << QStringList{system64};
+    QTest::newRow("the same target twice") << QStringList{system} << QStringList{system, system}
+                                           << QStringList{system};
+    QTest::newRow("a missing target") << QStringList{system} << QStringList{system, system64}
+                                      << QStringList{};
+}
+
+void TestCli::applyTargets()
+{
+    QFETCH(QStringList, userInis);
+    QFETCH(QStringList, targets);
+    QFETCH(QStringList, changed);
+
+    const QByteArray demo = readTestFile(QStringLiteral(QUORVANE_SOURCE_DIR)
+                                         + u"/demo/UnrealTournament/System/User.ini"_s);
+    const auto path = [&](const QString &relative) {
+        return QDir::toNativeSeparators(gameDir() + u'/' + relative);
+    };
+    for (const QString &userIni : userInis)
+        QVERIFY(writeTestFile(path(userIni), demo));
+    const QStringList dirs{u"--game-dir"_s, gameDir(), u"--config-dir"_s, configDir()};
+    QCOMPARE(cli(dirs + QStringList{u"save"_s, u"Default.qvn"_s}).exitCode, 0);
+
+    QStringList arguments = dirs + QStringList{u"apply"_s, u"Default.qvn"_s};
+    for (const QString &target : targets)
+        arguments << u"--target"_s << path(target);
+    const Run apply = cli(arguments);
+
+    QString printed;
+    for (const QString &userIni : changed)
+        printed += path(userIni) + u'\n';
+    QCOMPARE(QString::fromUtf8(apply.out), printed);
+    QCOMPARE(apply.exitCode, changed.isEmpty() ? 2 : 0);
+    if (changed.isEmpty())
+        QCOMPARE(apply.err, u"User.ini File Missing: Can't find user.ini.  Operation Aborted\n"_s);
+    for (const QString &userIni : userInis)
+        QCOMPARE(readTestFile(path(userIni)).contains("BotNames[0]=Archon\r\n"),
+                 changed.contains(userIni));
+}
+
+void TestCli::refusesNamesOutsideTheConfigurationDirectory_data()
+{
+    QTest::addColumn<QString>("configs"); // below the test's directory
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("reason");
+
+    const QString directoryPart = u"it has a directory part"_s;
+    QTest::newRow("save over the game's user.ini")
+        << u"configs"_s << QStringList{u"save"_s, u"../game/System/User.ini"_s, u"--force"_s}
+        << directoryPart;
+    QTest::newRow("save over options.ini")
+        << u"configs"_s << QStringList{u"save"_s, u"../program/options.ini"_s, u"--force"_s}
+        << directoryPart;
+    QTest::newRow("apply any file's lines")
+        << u"configs/inner"_s << QStringList{u"apply"_s, u"../../file"_s, u"--backup"_s}
+        << directoryPart;
+    QTest::newRow("open a file outside") << u"configs"_s
+                                         << QStringList{u"open"_s, u"../program/options.ini"_s}
+                                         << directoryPart;
+    QTest::newRow("describe a file outside")
+        << u"configs"_s << QStringList{u"describe"_s, u"../game/System/User.ini"_s}
+        << directoryPart;
+    QTest::newRow("save a device name") << u"configs"_s << QStringList{u"save"_s, u"nul.qvn"_s}
+                                        << u"NUL is a name Windows keeps for a device"_s;
+}
+
+void TestCli::refusesNamesOutsideTheConfigurationDirectory()
+{
+    QFETCH(QString, configs);
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, reason);
+
+    QCOMPARE(cli({u"options"_s, u"--write"_s, u"--auto-close"_s, u"1"_s}).exitCode, 0);
+    QVERIFY(writeTestFile(gameDir() + u"/System/User.ini"_s,
+                          crlf({u"[Botpack.ChallengeBotInfo]"_s, u"BotNames[0]=Quill"_s})));
+    QVERIFY(writeTestFile(m_dir->filePath(u"file"_s),
+                          crlf({u"x"_s, u""_s, u"[Botpack.ChallengeBotInfo]"_s,
+                                u"BotNames[0]=Evil"_s})));
+    QVERIFY(QDir(m_dir->path()).mkpath(configs));
+    const QMap<QString, QByteArray> before = files();
+
+    const Run run = cli(QStringList{u"--game-dir"_s, gameDir(), u"--config-dir"_s,
+                                    m_dir->filePath(configs)}
+                        + arguments);
+    QCOMPARE(run.exitCode, 2);
+    QCOMPARE(run.err, u"Invalid File Name: \""_s + arguments.at(1)
+                          + u"\" is not a file name in the configuration folder: "_s + reason
+                          + u". Type a bare name such as Bots.qvn.\n"_s);
+    QCOMPARE(run.out, QByteArray());
+    QCOMPARE(files(), before);
+}
+
+void TestCli::failedWritesSaySo_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("errEnd");
+
+    QTest::newRow("save over a file")
+        << QStringList{u"save"_s, u"kept.qvn"_s, u"--force"_s}
+        << u"/configs/kept.qvn\nThe configuration was not saved; the existing file is "
+           "unchanged.\n"_s;
+    QTest::newRow("save a new file") << QStringList{u"save"_s, u"new.qvn"_s}
+                                     << u"/configs/new.qvn\nThe configuration was not saved.\n"_s;
+    QTest::newRow("apply") << QStringList{u"apply"_s, u"Default.qvn"_s}
+                           << u"/game/System/User.ini\r\n\r\nuser.ini was not changed.  "
+                              "Operation Aborted.\n"_s;
+}
+
+void TestCli::failedWritesSaySo()
+{
+#ifndef Q_OS_UNIX
+    QSKIP("no file size limits here");
+#endif
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, errEnd);
+
+    QVERIFY(writeTestFile(gameDir() + u"/System/User.ini"_s,
+                          crlf({u"[Botpack.ChallengeBotInfo]"_s, u"x=1"_s})));
+    QVERIFY(writeTestFile(configDir() + u"/kept.qvn"_s, "my own file\r\n"));
+    const QStringList dirs{u"--game-dir"_s, gameDir(), u"--config-dir"_s, configDir()};
+    QCOMPARE(cli(dirs + QStringList{u"save"_s, u"Default.qvn"_s}).exitCode, 0);
+    const QMap<QString, QByteArray> before = files();
+
+    // Room for user.ini's working copy, not for a configuration.
+    const Run run = cli(dirs + arguments, {}, 4096);
+    QCOMPARE(run.exitCode, 2);
+    QVERIFY2(run.err.endsWith(QDir::toNativeSeparators(errEnd)), qPrintable(run.err));
+    QCOMPARE(run.out, QByteArray());
+    QCOMPARE(files(), before);
 }
 
 void TestCli::optionsWriteChangesOnlyTheGivenFields()

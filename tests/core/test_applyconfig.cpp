@@ -1,6 +1,8 @@
 #include "childprocess.h"
 #include "configfiles/applyconfig.h"
+#include "configfiles/configname.h"
 #include "configfiles/fileops.h"
+#include "configfiles/gameinstallation.h"
 #include "scriptedprompt.h"
 #include "startup/options.h"
 #include "testfiles.h"
@@ -98,14 +100,45 @@ public:
 
     QString root() const { return AddBackslash(QDir::toNativeSeparators(m_dir.path())); }
     QString system() const { return AppOptions().UTPath + "System" + QDir::separator(); }
+    QString system64() const { return AppOptions().UTPath + "System64" + QDir::separator(); }
     QString userIni() const { return system() + "User.ini"; }
+    QString userIni64() const { return system64() + "User.ini"; }
     QString config(const QString &name) const { return AppOptions().ConfigPath + name; }
     QStringList systemFiles() const { return QDir(system()).entryList(QDir::Files); }
     QStringList configFiles() const { return QDir(AppOptions().ConfigPath).entryList(QDir::Files); }
+    QStringList backups() const
+    {
+        QStringList names = configFiles().filter("curconfig_bkup_(");
+        names.sort();
+        return names;
+    }
 
 private:
     QTemporaryDir m_dir;
 };
+
+// The time in the name of the backups made by an apply that ran from
+// `before` to `after`; invalid when there is none.
+QDateTime backupTime(const QDateTime &before, const QDateTime &after)
+{
+    for (QDateTime t = before.addMSecs(-before.time().msec()); t <= after; t = t.addSecs(1)) {
+        if (QFile::exists(AppOptions().ConfigPath + BackupFileName(t)))
+            return t;
+    }
+    return {};
+}
+
+const QString RunningQuestion = "Unreal Tournament Is Running|Unreal Tournament is running. It "
+                                "rewrites user.ini when it quits, so the bot list applied now "
+                                "will be overwritten then.\r\n\r\nApply the configuration "
+                                "anyway?";
+const QString Completed = "Apply Configuration...|Completed";
+
+QString notAFileName(const QString &name, const QString &reason)
+{
+    return '"' + name + "\" is not a file name in the configuration folder: " + reason
+        + ". Type a bare name such as Bots.qvn.";
+}
 
 } // namespace
 
@@ -114,47 +147,85 @@ class TestApplyConfig : public QObject
     Q_OBJECT
 
 private slots:
-    void backupFileName()
+    void initTestCase()
     {
-        QCOMPARE(BackupFileName(QDateTime(QDate(2001, 3, 7), QTime(9, 5, 3))),
-            QString("curconfig_bkup_(3-7-2001-9-5-3).qvn2"));
-        QCOMPARE(BackupFileName(QDateTime(QDate(2012, 12, 31), QTime(23, 0, 58))),
-            QString("curconfig_bkup_(12-31-2012-23-0-58).qvn2"));
+        // Neither the tester's own game nor its home folder takes part.
+        QVERIFY(m_home.isValid());
+        qputenv("HOME", QFile::encodeName(m_home.path()));
+        cleanup();
     }
 
-    // The game's own file: everything outside the old section stays byte for
-    // byte, the old section goes to the backup.
+    void cleanup()
+    {
+        setProcessLister([] { return QStringList(); });
+    }
+
+    void backupFileName_data()
+    {
+        QTest::addColumn<QDateTime>("time");
+        QTest::addColumn<QString>("folder");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("no leading zeros") << QDateTime(QDate(2001, 3, 7), QTime(9, 5, 3)) << ""
+                                          << "curconfig_bkup_(3-7-2001-9-5-3).qvn2";
+        QTest::newRow("two digits, 24 hours")
+            << QDateTime(QDate(2012, 12, 31), QTime(23, 0, 58)) << ""
+            << "curconfig_bkup_(12-31-2012-23-0-58).qvn2";
+        QTest::newRow("a further user.ini's folder")
+            << QDateTime(QDate(2001, 3, 7), QTime(9, 5, 3)) << "System64"
+            << "curconfig_bkup_(3-7-2001-9-5-3)_System64.qvn2";
+    }
+
+    void backupFileName()
+    {
+        QFETCH(QDateTime, time);
+        QFETCH(QString, folder);
+        QFETCH(QString, expected);
+        QCOMPARE(BackupFileName(time, folder), expected);
+    }
+
+    // The game's own file, in both folders of the patched game: everything
+    // outside the old section stays byte for byte, the old section goes to
+    // one backup per file
+    // when asked.
+    void realUserIni_data()
+    {
+        QTest::addColumn<bool>("backup");
+        QTest::newRow("backup") << true;
+        QTest::newRow("no backup") << false;
+    }
+
     void realUserIni()
     {
+        QFETCH(bool, backup);
         GameFixture game;
         const QByteArray original = readTestFile(realWorldDir() + "vanilla-server/System/User.ini");
         QVERIFY(writeTestFile(game.userIni(), original));
+        QVERIFY(writeTestFile(game.userIni64(), original));
         QVERIFY(writeTestFile(game.system() + "dummy.ini", "left by a crash"));
         QVERIFY(writeTestFile(game.config("c.qvn"), configuration(configSection())));
         ScriptedPrompt prompt;
 
         const QDateTime before = QDateTime::currentDateTime();
-        QVERIFY(ApplyConfiguration("c.qvn", true));
+        QVERIFY(ApplyConfiguration("c.qvn", backup));
         const QDateTime after = QDateTime::currentDateTime();
 
         const qsizetype start = original.indexOf(Header + "\r\n");
         const qsizetype headerEnd = start + Header.size() + 2;
         const qsizetype oldEnd = original.indexOf("\r\n\r\n", headerEnd) + 2;
-        QCOMPARE(readTestFile(game.userIni()),
-            original.left(headerEnd) + encoded(appliedLines(), Form::AnsiCrLf)
-                + original.mid(oldEnd));
-        QCOMPARE(prompt.transcript(), QStringList("Apply Configuration...|Completed"));
+        const QByteArray applied = original.left(headerEnd)
+            + encoded(appliedLines(), Form::AnsiCrLf) + original.mid(oldEnd);
+        QCOMPARE(readTestFile(game.userIni()), applied);
+        QCOMPARE(readTestFile(game.userIni64()), applied);
+        QCOMPARE(prompt.transcript(), QStringList(Completed));
         QCOMPARE(game.systemFiles(), QStringList("User.ini"));
+        QCOMPARE(QDir(game.system64()).entryList(QDir::Files), QStringList("User.ini"));
 
-        QStringList expectedFiles { "c.qvn" };
-        for (QDateTime t = before.addMSecs(-before.time().msec()); t <= after; t = t.addSecs(1)) {
-            if (QFile::exists(game.config(BackupFileName(t))))
-                expectedFiles.append(BackupFileName(t));
-        }
-        QCOMPARE(game.configFiles(), expectedFiles);
-        QCOMPARE(expectedFiles.size(), 2);
-        QCOMPARE(
-            readTestFile(game.config(expectedFiles.last())), original.mid(start, oldEnd - start));
+        const QDateTime time = backupTime(before, after);
+        QCOMPARE(game.backups(),
+            backup ? QStringList({ BackupFileName(time), BackupFileName(time, "System64") })
+                   : QStringList());
+        for (const QString &backup : game.backups())
+            QCOMPARE(readTestFile(game.config(backup)), original.mid(start, oldEnd - start));
     }
 
     void keepsTheFilesEncoding_data()
@@ -252,6 +323,12 @@ private slots:
             << "Missing File|Can't find gone.qvn.  Operation Aborted.";
         QTest::newRow("nothing chosen")
             << "" << QByteArray() << true << "Missing File|Can't find .  Operation Aborted.";
+        QTest::newRow("directory part")
+            << "../c.qvn" << good << true
+            << "Invalid File Name|" + notAFileName("../c.qvn", "it has a directory part");
+        QTest::newRow("name checked before user.ini") << "aux.qvn" << good << false
+                                                      << "Invalid File Name|"
+                + notAFileName("aux.qvn", "AUX is a name Windows keeps for a device");
         QTest::newRow("missing user.ini")
             << "c.qvn" << good << false
             << "User.ini File Missing|Can't find user.ini.  Operation Aborted";
@@ -285,7 +362,7 @@ private slots:
         QCOMPARE(game.systemFiles(), userIniExists ? QStringList("User.ini") : QStringList());
         if (userIniExists)
             QCOMPARE(readTestFile(game.userIni()), original);
-        QCOMPARE(game.configFiles().size(), config.isEmpty() ? 0 : 1);
+        QCOMPARE(game.backups(), QStringList());
     }
 
     void failedWriteLeavesUserIni()
@@ -334,6 +411,175 @@ private slots:
         QCOMPARE(readTestFile(game.userIni()), original);
         QCOMPARE(game.systemFiles(), QStringList("User.ini"));
     }
+
+    void configNameProblem_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("problem");
+
+        for (const char *name : { "Bots.qvn", "Bots", "My Bots.v2.qvn", ".qvn", "CONSOLE.qvn",
+                 "COM10.qvn", "nul2.qvn", "Zoë.qvn" })
+            QTest::newRow(name) << QString::fromUtf8(name) << "";
+        QTest::newRow("empty") << ""
+                               << "The file name is empty. Type a bare name such as Bots.qvn.";
+        for (const char *name : { ".", ".." })
+            QTest::newRow(name) << name << notAFileName(name, "it names a folder");
+        for (const char *name : { "../x.qvn", "sub\\x.qvn", "/etc/passwd", "x.qvn/" })
+            QTest::newRow(name) << name << notAFileName(name, "it has a directory part");
+        for (const QChar c : QString("<>:\"|?*")) {
+            const QString name = "a" + QString(c) + "b.qvn";
+            QTest::newRow(qPrintable(name)) << name
+                                            << notAFileName(name,
+                                                   "it holds a character Windows does not allow "
+                                                   "in file names (< > : \" | ? *)");
+        }
+        const QList<QPair<const char *, QString>> controls { { "tab", "a\tb.qvn" },
+            { "line break", "a\nb.qvn" }, { "delete", "a\x7F.qvn" } };
+        for (const auto &[row, name] : controls)
+            QTest::newRow(row) << name
+                               << notAFileName(name,
+                                      "it holds a control character, such as a tab or a line "
+                                      "break");
+        QTest::newRow("ends with a space")
+            << "Bots.qvn "
+            << notAFileName("Bots.qvn ", "it ends with a space, which Windows drops");
+        for (const char *name : { "Bots.", "..." })
+            QTest::newRow(name) << name
+                                << notAFileName(name, "it ends with a dot, which Windows drops");
+        const QList<QPair<QString, QString>> devices { { "CON", "CON" }, { "con.qvn", "CON" },
+            { "Nul .qvn", "NUL" }, { "prn.tar.gz", "PRN" }, { "aux", "AUX" },
+            { "COM1.qvn", "COM1" }, { "lpt9", "LPT9" }, { "COM\u00B9.qvn", "COM\u00B9" } };
+        for (const auto &[name, device] : devices)
+            QTest::newRow(qPrintable(name))
+                << name << notAFileName(name, device + " is a name Windows keeps for a device");
+    }
+
+    void configNameProblem()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, problem);
+        QCOMPARE(ConfigNameProblem(name), problem);
+    }
+
+    void gameRunning_data()
+    {
+        QTest::addColumn<bool>("ask");
+        QTest::addColumn<int>("answer"); // -1: none scripted
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QStringList>("transcript");
+
+        const int yes = int(MessageAnswer::Yes);
+        const int no = int(MessageAnswer::No);
+        QTest::newRow("running, Yes")
+            << true << yes << "c.qvn" << QStringList { RunningQuestion, Completed };
+        QTest::newRow("running, No") << true << no << "c.qvn" << QStringList { RunningQuestion };
+        QTest::newRow("running, not to be asked")
+            << false << -1 << "c.qvn" << QStringList { Completed };
+        QTest::newRow("running, configuration missing")
+            << true << yes << "gone.qvn"
+            << QStringList { "Missing File|Can't find gone.qvn.  Operation Aborted." };
+    }
+
+    void gameRunning()
+    {
+        QFETCH(bool, ask);
+        QFETCH(int, answer);
+        QFETCH(QString, name);
+        QFETCH(QStringList, transcript);
+        setProcessLister([] { return QStringList { "bash", "ut-bin-amd64" }; });
+        GameFixture game;
+        const QByteArray original = crlf({ "[Botpack.ChallengeBotInfo]", "x=1", "", "[B]" });
+        QVERIFY(writeTestFile(game.userIni(), original));
+        QVERIFY(writeTestFile(game.config("c.qvn"), configuration(configSection())));
+        ScriptedPrompt prompt;
+        if (answer >= 0)
+            prompt.answerNext(MessageAnswer(answer));
+
+        const bool applied = ApplyConfiguration(name, true, { game.userIni() }, ask);
+
+        QCOMPARE(prompt.transcript(), transcript);
+        QCOMPARE(applied, transcript.last() == Completed);
+        if (transcript.first() == RunningQuestion) {
+            QCOMPARE(prompt.messages().first().buttons, MessageButtons::YesNo);
+            QCOMPARE(prompt.messages().first().icon, MessageIcon::Exclamation);
+        }
+        QCOMPARE(readTestFile(game.userIni()) == original, !applied);
+        QCOMPARE(game.backups().size(), applied ? 1 : 0);
+        QCOMPARE(game.systemFiles(), QStringList("User.ini"));
+    }
+
+    // A fault with the second of two user.ini files: found before anything
+    // is written leaves both as they were; found while writing, the message
+    // says which file changed.
+    void twoTargetFailures_data()
+    {
+        QTest::addColumn<int>("fault");
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("textEnd");
+        QTest::addColumn<bool>("smallFileChanged");
+
+        const QString none = "None of the user.ini files was changed.  Operation Aborted.";
+        QTest::newRow("second user.ini cannot be copied")
+            << int(Fault::NoWorkingCopy) << "Apply Configuration Failed" << none << false;
+        QTest::newRow("second backup cannot be written")
+            << int(Fault::NoBackup) << "Backup Failed" << none << false;
+        QTest::newRow("second write fails")
+            << int(Fault::DiskFull) << "Apply Configuration Incomplete"
+            << "These user.ini files were changed:\r\n@small\r\n\r\nThese user.ini files were not "
+               "changed:\r\n@big"
+            << true;
+    }
+
+    void twoTargetFailures()
+    {
+        QFETCH(int, fault);
+        QFETCH(QString, title);
+        QFETCH(QString, textEnd);
+        QFETCH(bool, smallFileChanged);
+
+        GameFixture game;
+        const QByteArray small = crlf({ "[Botpack.ChallengeBotInfo]", "x=1" });
+        QVERIFY(writeTestFile(game.userIni(), small));
+        QVERIFY(writeTestFile(game.config("c.qvn"), configuration(configSection(452, 40))));
+        // Larger than the small file will be, smaller than it will be itself.
+        QByteArray big = readTestFile(realWorldDir() + "vanilla-server/System/User.ini");
+        big += "\r\n[Padding]\r\n" + QByteArray(25000 - big.size(), 'p') + "\r\n";
+        QVERIFY(writeTestFile(game.userIni64(), big));
+        if (fault == int(Fault::NoWorkingCopy))
+            QVERIFY(QDir().mkpath(game.system64() + "dummy.ini"));
+        const QDateTime now = QDateTime::currentDateTime();
+        for (int s = -1; fault == int(Fault::NoBackup) && s < 30; ++s)
+            QVERIFY(QDir().mkpath(game.config(BackupFileName(now.addSecs(s), "System64"))));
+        textEnd.replace("@small", game.userIni()).replace("@big", game.userIni64());
+
+        const QString transcriptFile = game.root() + "transcript.txt";
+        const QStringList targets { game.userIni(), game.userIni64() };
+        const qint64 limit = fault == int(Fault::DiskFull) ? big.size() : qint64(1) << 40;
+        const int code = runWithFileSizeLimit(limit, [&] {
+            ScriptedPrompt prompt;
+            const bool applied = ApplyConfiguration("c.qvn", true, targets);
+            QFile file(transcriptFile);
+            if (!file.open(QIODevice::WriteOnly))
+                return 2;
+            file.write(prompt.transcript().join("\n").toUtf8());
+            return applied ? 1 : 0;
+        });
+        if (code == -1)
+            QSKIP("no file size limits here");
+        QCOMPARE(code, 0);
+
+        const QString transcript = QString::fromUtf8(readTestFile(transcriptFile));
+        QVERIFY2(transcript.startsWith(title + "|"), qPrintable(transcript));
+        QVERIFY2(transcript.endsWith(textEnd), qPrintable(transcript));
+        QCOMPARE(transcript.count("|"), 1); // one message
+        QCOMPARE(readTestFile(game.userIni()) == small, !smallFileChanged);
+        QCOMPARE(readTestFile(game.userIni64()), big);
+        QCOMPARE(game.systemFiles(), QStringList("User.ini"));
+    }
+
+private:
+    enum class Fault { NoWorkingCopy, NoBackup, DiskFull };
+    QTemporaryDir m_home;
 };
 
 QTEST_GUILESS_MAIN(TestApplyConfig)

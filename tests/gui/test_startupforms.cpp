@@ -277,6 +277,8 @@ void TestStartupForms::invalidUTPathRefused_data()
     QTest::newRow("user.ini elsewhere") << "wrong" << "user.ini" << false;
     QTest::newRow("game folder") << "game" << "System/user.ini" << true;
     QTest::newRow("game folder, other case") << "game2" << "system/User.ini" << true;
+    QTest::newRow("64-bit game only") << "game64" << "System64/User.ini" << false;
+    QTest::newRow("64-bit game") << "game64b" << "System/Core.int|System64/User.ini" << true;
 }
 // clang-format on
 
@@ -288,8 +290,8 @@ void TestStartupForms::invalidUTPathRefused()
 
     const QString path = folder == "-" ? QString() : native(m_dir.path() + "/" + folder + "/");
     QDir().mkpath(path);
-    if (!userIni.isEmpty())
-        QVERIFY(writeTestFile(path + userIni, "[URL]\r\n"));
+    for (const QString &file : userIni.split('|', Qt::SkipEmptyParts))
+        QVERIFY(writeTestFile(path + file, "[URL]\r\n"));
 
     dlgCorrectUTPath dialog;
     QCOMPARE(dialog.ChosenPath, QString()); // the home folder holds no game

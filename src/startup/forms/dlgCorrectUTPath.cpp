@@ -1,6 +1,7 @@
 #include "dlgCorrectUTPath.h"
 
 #include "configfiles/fileops.h"
+#include "configfiles/gameinstallation.h"
 #include "configfiles/prompt.h"
 #include "startup/gamepathproposals.h"
 #include "startup/options.h"
@@ -24,9 +25,7 @@ void dlgCorrectUTPath::cmdBrowse_Click()
 
 void dlgCorrectUTPath::OKButton_Click()
 {
-    const bool valid = !ChosenPath.isEmpty()
-        && QFileInfo(findPathNoCase(ChosenPath, QStringLiteral("System/user.ini"))).isFile();
-    if (!valid) {
+    if (ChosenPath.isEmpty() || !IsGameFolder(ChosenPath)) {
         showMessage(QStringLiteral("Invalid UT Path"),
             ChosenPath + QStringLiteral(" is not a valid UT path.\r\n\r\nPlease choose again."));
         return;

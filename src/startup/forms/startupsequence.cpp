@@ -12,6 +12,7 @@
 #include "configfiles/errorreport.h"
 #include "configfiles/fileops.h"
 #include "configfiles/forms/formregistry.h"
+#include "configfiles/gameinstallation.h"
 #include "configfiles/progress.h"
 #include "configfiles/prompt.h"
 #include "configfiles/runerror.h"
@@ -60,12 +61,6 @@ StartupForms catalogueForms()
 StartupForms startupForms()
 {
     return replacedForms() ? replacedForms()() : catalogueForms();
-}
-
-bool holdsUserIni(const QString &gameDir)
-{
-    return !gameDir.isEmpty()
-        && QFileInfo(findPathNoCase(gameDir, QStringLiteral("System/user.ini"))).isFile();
 }
 
 void centreOnScreen(QWidget &window)
@@ -181,7 +176,7 @@ Step StartupSequence::perform(Step step)
         advance();
         break;
     case Step::PathCheck:
-        if (holdsUserIni(options.UTPath) && !options.FirstRun)
+        if (IsGameFolder(options.UTPath) && !options.FirstRun)
             return Step::Patterns;
         break;
     case Step::FirstRunDialog:
