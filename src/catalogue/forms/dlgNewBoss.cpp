@@ -17,14 +17,6 @@
 
 namespace {
 
-QLabel *namedLabel(QWidget *parent, const char *name, const QString &caption = {})
-{
-    auto *label = new QLabel(caption, parent);
-    label->setObjectName(QString::fromLatin1(name));
-    label->setWordWrap(true);
-    return label;
-}
-
 QRadioButton *choice(QWidget *parent, const QString &caption)
 {
     auto *option = new QRadioButton(caption, parent);
@@ -36,22 +28,22 @@ QRadioButton *choice(QWidget *parent, const QString &caption)
 
 dlgNewBoss::dlgNewBoss(QWidget *parent)
     : QDialog(parent)
-    , lblFilename(namedLabel(this, "lblFilename", "skeletalcharsfix313.int"))
-    , lblExplanation(namedLabel(this, "lblExplanation",
+    , lblFilename(wrappedLabel(this, "lblFilename", "skeletalcharsfix313.int"))
+    , lblExplanation(wrappedLabel(this, "lblExplanation",
           "The above file has two choices of models (or classes) in it.  Please choose one "
           "choice below.  The default setting for this file is the third choice."))
-    , lblBossChoice(namedLabel(this, "lblBossChoice"))
+    , lblBossChoice(wrappedLabel(this, "lblBossChoice"))
     , Frame1(new QGroupBox(this))
     , optChoice { choice(Frame1, " WarBoss and Xan II [Fixed] Only"),
         choice(Frame1, " WarBoss and Xan II [Fixed/Male Voices] Only"),
         choice(Frame1, " Both [Fixed] and [Fixed/Male Voices] On") }
-    , lblFixed(namedLabel(Frame1, "lblFixed",
+    , lblFixed(wrappedLabel(Frame1, "lblFixed",
           "This choice allows you to use only other skins with the new WarBoss and Xan II "
           "models."))
-    , lblFixedMaleVoice(namedLabel(Frame1, "lblFixedMaleVoice",
+    , lblFixedMaleVoice(wrappedLabel(Frame1, "lblFixedMaleVoice",
           "This choice allows you to use only other skins and any male voice with the new "
           "WarBoss and Xan II models."))
-    , Label1(namedLabel(Frame1, "Label1",
+    , Label1(wrappedLabel(Frame1, "Label1",
           "Turns on both models so you can choose to use the new boss skins with new skins or "
           "new skins and male voice."))
     , OKButton(new QPushButton("OK", this))

@@ -30,14 +30,6 @@ QPushButton *namedButton(QWidget *parent, const char *name, const QString &capti
     return button;
 }
 
-QLabel *namedLabel(QWidget *parent, const char *name, const QString &caption)
-{
-    auto *label = new QLabel(caption, parent);
-    label->setObjectName(QString::fromLatin1(name));
-    label->setWordWrap(true);
-    return label;
-}
-
 QString writeFailure(const RunError &error)
 {
     return QStringLiteral("The skin pattern file could not be written:") + crlf + error.message();
@@ -68,9 +60,10 @@ bool isSkinTypeItem(const QTreeWidgetItem *item)
 
 frmPattern::frmPattern(QWidget *parent)
     : QDialog(parent)
-    , Label1(namedLabel(this, "Label1", "1. Select files to associate to the Model:"))
+    , Label1(wrappedLabel(this, "Label1", "1. Select files to associate to the Model:"))
     , lstFiles(new QListWidget(this))
-    , lblStep1(namedLabel(this, "lblStep1", "2. Choose the Model to associate the Skin file too:"))
+    , lblStep1(
+          wrappedLabel(this, "lblStep1", "2. Choose the Model to associate the Skin file too:"))
     , cmbModelAssoc(new QComboBox(this))
     , cmdSetPattern(namedButton(this, "cmdSetPattern", "Set Pattern"))
     , cmdRemovePattern(namedButton(this, "cmdRemovePattern", "Remove Pattern"))
@@ -80,7 +73,7 @@ frmPattern::frmPattern(QWidget *parent)
     , cmdHelpRemovePattern(namedButton(this, "cmdHelpRemovePattern", "Remove Pattern?"))
     , fraSavedPatterns(new QGroupBox("Patterns in pattern.ini", this))
     , tvwPatterns(new QTreeWidget(this))
-    , lblSavedNote(namedLabel(this, "lblSavedNote",
+    , lblSavedNote(wrappedLabel(this, "lblSavedNote",
           "Changes here are written at once; skins already sorted move at the next start."))
     , cmdMoveSkinType(namedButton(this, "cmdMoveSkinType", "Move to Chosen Model"))
     , cmdDeletePattern(namedButton(this, "cmdDeletePattern", "Delete"))

@@ -12,13 +12,6 @@
 
 namespace {
 
-QLabel *namedLabel(QWidget *parent, const char *name, const QString &caption = {})
-{
-    auto *label = new QLabel(caption, parent);
-    label->setObjectName(QString::fromLatin1(name));
-    return label;
-}
-
 // Texts the user may want to copy into a mail.
 QLabel *valueLabel(QWidget *parent, const char *name)
 {

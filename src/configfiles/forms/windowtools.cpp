@@ -7,6 +7,7 @@
 #include <QDesktopServices>
 #include <QDialog>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QUrl>
 #include <QWidget>
 
@@ -42,6 +43,20 @@ protected:
 };
 
 } // namespace
+
+QLabel *namedLabel(QWidget *parent, const char *name, const QString &caption)
+{
+    auto *label = new QLabel(caption, parent);
+    label->setObjectName(QString::fromLatin1(name));
+    return label;
+}
+
+QLabel *wrappedLabel(QWidget *parent, const char *name, const QString &caption)
+{
+    QLabel *label = namedLabel(parent, name, caption);
+    label->setWordWrap(true);
+    return label;
+}
 
 void RemoveCloseMenu(QWidget *window)
 {

@@ -2,7 +2,13 @@
 
 #include <QString>
 
+class QLabel;
 class QWidget;
+
+// A label named `name`, as tests and accessibility tools find it.
+QLabel *namedLabel(QWidget *parent, const char *name, const QString &caption = {});
+// The same, breaking its text into lines at the width it is given.
+QLabel *wrappedLabel(QWidget *parent, const char *name, const QString &caption = {});
 
 // Takes the close control away from `window` on every platform: the title
 // bar loses its close button, and close requests that come from outside the

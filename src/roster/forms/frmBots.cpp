@@ -2,24 +2,14 @@
 
 #include "editorartwork.h"
 
-#include "catalogue/forms/dlgNewBoss.h"
-#include "catalogue/forms/frmBadFiles.h"
-#include "catalogue/forms/frmPattern.h"
 #include "catalogue/modelcatalogue.h"
-#include "configfiles/configfile.h"
-#include "configfiles/forms/dlgChangePath.h"
 #include "configfiles/forms/dlgDescr.h"
-#include "configfiles/forms/dlgError.h"
 #include "configfiles/forms/formregistry.h"
 #include "configfiles/forms/windowtools.h"
 #include "configfiles/prompt.h"
 #include "configfiles/runerror.h"
 #include "roster/classchoices.h"
 #include "roster/valueencodings.h"
-#include "startup/forms/dlgChangeConfigPath.h"
-#include "startup/forms/dlgCorrectUTPath.h"
-#include "startup/forms/dlgFirstRun.h"
-#include "startup/forms/frmSplash.h"
 #include "startup/options.h"
 
 #include <QAction>
@@ -51,11 +41,6 @@ Widget *named(QWidget *parent, const char *name, Args &&...args)
     auto *widget = new Widget(std::forward<Args>(args)..., parent);
     widget->setObjectName(QString::fromLatin1(name));
     return widget;
-}
-
-QLabel *label(QWidget *parent, const char *name, const QString &caption)
-{
-    return named<QLabel>(parent, name, caption);
 }
 
 // Lists that follow the catalogue can hold thousands of entries: their width
@@ -118,7 +103,7 @@ frmBots::frmBots(QWidget *parent)
     // and the document counts as saved.
     EnableAll(false);
     lblSaved->setEnabled(false);
-    lblCurrentFile->clear();
+    setCurrentFile(QString());
     mnuFileSave->setEnabled(false);
     mnuFileSaveAs->setEnabled(false);
     // The program ends through File, Exit, which offers to save first.
@@ -130,7 +115,7 @@ void frmBots::createControls()
     QWidget *central = new QWidget(this);
     setCentralWidget(central);
 
-    lblBotConfigLine = label(central, "lblBotConfigLine", "Bot Configuration Settings");
+    lblBotConfigLine = namedLabel(central, "lblBotConfigLine", "Bot Configuration Settings");
     QFont heading = lblBotConfigLine->font();
     heading.setBold(true);
     heading.setPointSizeF(heading.pointSizeF() * 1.2);
@@ -139,22 +124,22 @@ void frmBots::createControls()
     Line1->setFrameShape(QFrame::HLine);
     Line1->setFrameShadow(QFrame::Sunken);
 
-    lblBot = label(central, "lblBot", "Bot:");
+    lblBot = namedLabel(central, "lblBot", "Bot:");
     cmbBot = named<QComboBox>(central, "cmbBot");
     for (int slot = 0; slot < BotSlotCount; ++slot)
         cmbBot->addItem("Bot " + QString::number(slot));
-    lblName = label(central, "lblName", "Name:");
+    lblName = namedLabel(central, "lblName", "Name:");
     txtName = named<QLineEdit>(central, "txtName");
-    lblColor = label(central, "lblColor", "Color:");
+    lblColor = namedLabel(central, "lblColor", "Color:");
     cmbColor = named<QComboBox>(central, "cmbColor");
     cmbColor->addItems(TeamCaptions());
-    lblClass = label(central, "lblClass", "Class (Model):");
+    lblClass = namedLabel(central, "lblClass", "Class (Model):");
     cmbClass = named<QComboBox>(central, "cmbClass");
-    lblSkin = label(central, "lblSkin", "Skin:");
+    lblSkin = namedLabel(central, "lblSkin", "Skin:");
     cmbSkin = named<QComboBox>(central, "cmbSkin");
-    lblFace = label(central, "lblFace", "Face:");
+    lblFace = namedLabel(central, "lblFace", "Face:");
     cmbFace = named<QComboBox>(central, "cmbFace");
-    lblVoice = label(central, "lblVoice", "Voice:");
+    lblVoice = namedLabel(central, "lblVoice", "Voice:");
     cmbVoice = named<QComboBox>(central, "cmbVoice");
     for (QComboBox *list : { cmbClass, cmbSkin, cmbFace, cmbVoice })
         prepareLargeList(list);
@@ -169,26 +154,26 @@ void frmBots::createControls()
         control->setMinimumWidth(160);
         return control;
     };
-    lblSkillAdjust = label(central, "lblSkillAdjust", "Skill Adjust:");
+    lblSkillAdjust = namedLabel(central, "lblSkillAdjust", "Skill Adjust:");
     hsSkillAdjust = slider("hsSkillAdjust", 0, 6, 1);
-    lblSANum = label(central, "lblSANum", QString());
-    lblSAValues = label(central, "lblSAValues", "-3 to 3  Inc: 1");
-    lblAccuracy = label(central, "lblAccuracy", "Accuracy:");
+    lblSANum = namedLabel(central, "lblSANum", QString());
+    lblSAValues = namedLabel(central, "lblSAValues", "-3 to 3  Inc: 1");
+    lblAccuracy = namedLabel(central, "lblAccuracy", "Accuracy:");
     hsAccuracy = slider("hsAccuracy", -100, 100, 5);
-    lblNumAccuracy = label(central, "lblNumAccuracy", QString());
-    lblMaxAccuracy = label(central, "lblMaxAccuracy", "-1.00 to 1.00  Inc: 0.05");
-    lblAlertness = label(central, "lblAlertness", "Alertness:");
+    lblNumAccuracy = namedLabel(central, "lblNumAccuracy", QString());
+    lblMaxAccuracy = namedLabel(central, "lblMaxAccuracy", "-1.00 to 1.00  Inc: 0.05");
+    lblAlertness = namedLabel(central, "lblAlertness", "Alertness:");
     hsAlertness = slider("hsAlertness", -100, 100, 5);
-    lblNumAlertness = label(central, "lblNumAlertness", QString());
-    lblMaxAlertness = label(central, "lblMaxAlertness", "-1.00 to 1.00  Inc: 0.05");
-    lblCamping = label(central, "lblCamping", "Camping:");
+    lblNumAlertness = namedLabel(central, "lblNumAlertness", QString());
+    lblMaxAlertness = namedLabel(central, "lblMaxAlertness", "-1.00 to 1.00  Inc: 0.05");
+    lblCamping = namedLabel(central, "lblCamping", "Camping:");
     hsCamping = slider("hsCamping", 0, 10, 1);
-    lblNumCamping = label(central, "lblNumCamping", QString());
-    lblMaxCamping = label(central, "lblMaxCamping", "0.0 to 1.0  Inc: 0.1");
-    lblStrafing = label(central, "lblStrafing", "Strafing:");
+    lblNumCamping = namedLabel(central, "lblNumCamping", QString());
+    lblMaxCamping = namedLabel(central, "lblMaxCamping", "0.0 to 1.0  Inc: 0.1");
+    lblStrafing = namedLabel(central, "lblStrafing", "Strafing:");
     hsStrafing = slider("hsStrafing", -10, 10, 1);
-    lblNumStrafing = label(central, "lblNumStrafing", QString());
-    lblMaxStrafing = label(central, "lblMaxStrafing", "-1.0 to 1.0  Inc: 0.1");
+    lblNumStrafing = namedLabel(central, "lblNumStrafing", QString());
+    lblMaxStrafing = namedLabel(central, "lblMaxStrafing", "-1.0 to 1.0  Inc: 0.1");
 
     m_skillAdjust = { hsSkillAdjust, lblSANum, &BotRoster::BotSkills, skillText };
     m_accuracy = { hsAccuracy, lblNumAccuracy, &BotRoster::BotAccuracy, accuracyText };
@@ -203,31 +188,31 @@ void frmBots::createControls()
         value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     }
 
-    lblCombatStyle = label(central, "lblCombatStyle", "Combat Style:");
+    lblCombatStyle = namedLabel(central, "lblCombatStyle", "Combat Style:");
     cmbCombatStyle = named<QComboBox>(central, "cmbCombatStyle");
     cmbCombatStyle->addItems(CombatStyleCaptions());
-    lblFavWep = label(central, "lblFavWep", "Favorite Weapon:");
+    lblFavWep = namedLabel(central, "lblFavWep", "Favorite Weapon:");
     cmbFavWep = named<QComboBox>(central, "cmbFavWep");
     cmbFavWep->addItems(WeaponCaptions());
-    lblJumpyBehavior = label(central, "lblJumpyBehavior", "Jumpy Behavior:");
+    lblJumpyBehavior = namedLabel(central, "lblJumpyBehavior", "Jumpy Behavior:");
     chkJumpy = named<QCheckBox>(central, "chkJumpy");
 
-    lblDifficulty = label(central, "lblDifficulty", "Difficulty:");
+    lblDifficulty = namedLabel(central, "lblDifficulty", "Difficulty:");
     cmbDifficulty = named<QComboBox>(central, "cmbDifficulty");
     cmbDifficulty->addItems(DifficultyCaptions());
     chkAdjustSkill = named<QCheckBox>(central, "chkAdjustSkill", "Adjust Skill");
     chkRandomOrder = named<QCheckBox>(central, "chkRandomOrder", "Random Order");
     cmdDescr = named<QPushButton>(central, "cmdDescr", "Enter Descr");
 
-    lblConfig = label(this, "lblConfig", "File Currently Open:");
-    lblCurrentFile = label(this, "lblCurrentFile", QString());
-    lblSaved = label(this, "lblSaved", "Saved");
+    lblConfig = namedLabel(this, "lblConfig", "File Currently Open:");
+    lblCurrentFile = namedLabel(this, "lblCurrentFile", QString());
+    lblSaved = namedLabel(this, "lblSaved", "Saved");
     const qreal ratio = devicePixelRatioF();
-    imgSaved = label(this, "imgSaved", QString());
+    imgSaved = namedLabel(this, "imgSaved", QString());
     imgSaved->setPixmap(SavedSymbol(ratio));
-    imgNotSaved = label(this, "imgNotSaved", QString());
+    imgNotSaved = namedLabel(this, "imgNotSaved", QString());
     imgNotSaved->setPixmap(NotSavedSymbol(ratio));
-    imgPartnerLogo = label(central, "imgPartnerLogo", QString());
+    imgPartnerLogo = namedLabel(central, "imgPartnerLogo", QString());
     imgPartnerLogo->setPixmap(PartnerLogo(ratio));
     imgPartnerLogo->setCursor(Qt::PointingHandCursor);
     imgPartnerLogo->installEventFilter(this);
@@ -372,8 +357,7 @@ void frmBots::connectHandlers()
     for (const SkillSlider *skill :
         { &m_skillAdjust, &m_accuracy, &m_alertness, &m_camping, &m_strafing })
         connectSlider(*skill);
-    connect(mnuFileSave, &QAction::triggered, this, &frmBots::mnuFileSave_Click);
-    connect(mnuFileExit, &QAction::triggered, this, &frmBots::mnuFileExit_Click);
+    connectMenus();
 }
 
 // A change (arrows, track, the program, the end of a drag) marks a saved
@@ -458,6 +442,7 @@ void frmBots::SavedFunc(bool bSave)
     imgSaved->setVisible(bSave);
     imgNotSaved->setVisible(!bSave);
     mnuFileSave->setEnabled(!bSave);
+    setWindowModified(!bSave);
 }
 
 bool frmBots::IsSaved() const
@@ -471,6 +456,7 @@ void frmBots::LoadedFunc()
     lblSaved->setText("Loaded");
     imgSaved->setVisible(false);
     imgNotSaved->setVisible(true);
+    setWindowModified(true);
 }
 
 void frmBots::EnableAll(bool eState)
@@ -805,63 +791,4 @@ bool frmBots::eventFilter(QObject *watched, QEvent *event)
     if (watched == imgPartnerLogo && event->type() == QEvent::MouseButtonDblClick)
         emit partnerLogoActivated();
     return QMainWindow::eventFilter(watched, event);
-}
-
-// New, Open and Exit would drop a roster that is not saved: the user may
-// save it first, go on without it, or stay. Returns whether to go on.
-bool frmBots::AskToSave(const QString &yesLine, const QString &noLine)
-{
-    if (IsSaved())
-        return true;
-    const QString text
-        = QStringList({ QStringLiteral("Your current config is not saved."), yesLine, noLine,
-                          QStringLiteral("Cancel = Cancel this operation.") })
-              .join(QStringLiteral("\r\n\r\n"));
-    const MessageAnswer answer = showMessage(
-        QStringLiteral("Save Current Configuration?"), text, MessageButtons::YesNoCancel);
-    if (answer == MessageAnswer::Cancel)
-        return false;
-    // A save the user abandons or that fails does not hold the command up.
-    if (answer == MessageAnswer::Yes)
-        mnuFileSave_Click();
-    return true;
-}
-
-// A roster without a file name needs one first; a named one overwrites its
-// file in the configuration directory.
-void frmBots::mnuFileSave_Click()
-{
-    const QString fileName = lblCurrentFile->text();
-    if (fileName == u"(Un-Named)") {
-        mnuFileSaveAs->trigger();
-        return;
-    }
-    try {
-        if (SaveConfigAs(AppOptions().ConfigPath, fileName, true))
-            SavedFunc(true);
-    } catch (const RunError &error) {
-        showMessage(QStringLiteral("Configuration Not Saved"),
-            "The configuration could not be saved:\r\n" + error.message(), MessageButtons::Ok,
-            MessageIcon::Exclamation);
-    }
-}
-
-// The other windows close first; closing this one writes the options, and
-// the program ends with its last window.
-void frmBots::mnuFileExit_Click()
-{
-    if (!AskToSave(QStringLiteral("   Yes = Save current configuration and quit."),
-            QStringLiteral("    No = Loose current configuration and quit.")))
-        return;
-    unloadForm<dlgNewBoss>();
-    unloadForm<dlgChangeConfigPath>();
-    unloadForm<dlgChangePath>();
-    unloadForm<dlgCorrectUTPath>();
-    unloadForm<dlgDescr>();
-    unloadForm<dlgError>();
-    unloadForm<dlgFirstRun>();
-    unloadForm<frmBadFiles>();
-    unloadForm<frmPattern>();
-    unloadForm<frmSplash>();
-    close();
 }

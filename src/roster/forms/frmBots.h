@@ -72,6 +72,12 @@ public:
     // Writes the options on the way out.
     void quitQVN();
 
+    // The open document's bare file name, "(Un-Named)", or empty before any
+    // New or Open; shown in lblCurrentFile and the window title.
+    void setCurrentFile(const QString &name);
+    // Unloads every window of the program, this one last, which ends it.
+    void closeAllForms();
+
     // Editor state.
     qint16 iPrevValue = 0;
     QString sPrevValue;
@@ -177,11 +183,16 @@ private:
     void layoutControls();
     void connectHandlers();
     void connectSlider(const SkillSlider &skill);
+    void connectMenus();
 
     // Saved becomes Modified; Modified and Loaded stay; nothing while a
     // configuration is being opened.
     void MarkModified();
     bool AskToSave(const QString &yesLine, const QString &noLine);
+    // Selects slot 0 and shows it with every list positioned.
+    void showFirstSlot();
+    // Saves the open document for Quit and Launch; whether it is saved now.
+    bool saveForLaunch();
     bool slotInRange() const;
     // Replaces a list's items unless it already holds exactly these.
     static void fillList(QComboBox *list, const QStringList &items);
@@ -200,8 +211,15 @@ private:
     void chkAdjustSkill_Click();
     void chkRandomOrder_Click();
     void cmdDescr_Click();
+    void mnuFileNew_Click();
+    void mnuFileOpen_Click();
+    void mnuFileApply_Click();
     void mnuFileSave_Click();
+    void mnuFileSaveAs_Click();
+    void mnuFileQuitLaunch_Click();
     void mnuFileExit_Click();
+    void mnuHelpHelp_Click();
+    void mnuHelpAbout_Click();
     void hsChange(const SkillSlider &skill);
     void hsScroll(const SkillSlider &skill, int position);
 

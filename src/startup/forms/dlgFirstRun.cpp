@@ -1,5 +1,6 @@
 #include "dlgFirstRun.h"
 
+#include "configfiles/forms/windowtools.h"
 #include "widgets/startupartwork.h"
 
 #include <QGridLayout>
@@ -7,33 +8,21 @@
 #include <QPushButton>
 #include <QStyle>
 
-namespace {
-
-QLabel *namedLabel(QWidget *parent, const char *name, const QString &caption)
-{
-    auto *label = new QLabel(caption, parent);
-    label->setObjectName(QString::fromLatin1(name));
-    label->setWordWrap(true);
-    return label;
-}
-
-} // namespace
-
 dlgFirstRun::dlgFirstRun(QWidget *parent)
     : QDialog(parent)
-    , lblTitle(namedLabel(this, "lblTitle", "Starting Quorvane First Run Setup..."))
-    , Label1(namedLabel(this, "Label1",
+    , lblTitle(wrappedLabel(this, "lblTitle", "Starting Quorvane First Run Setup..."))
+    , Label1(wrappedLabel(this, "Label1",
           "The only time you will see this dialog is when Quorvane is first installed."))
-    , Label2(namedLabel(this, "Label2",
+    , Label2(wrappedLabel(this, "Label2",
           "Following this dialog there will be a few setup dialog windows asking you "
           "to choose settings that are required for the operation of Quorvane."))
-    , lblOtherTimes(namedLabel(
+    , lblOtherTimes(wrappedLabel(
           this, "lblOtherTimes", "Other times that you would see these setup dialog windows are:"))
     , lblOptionDeleted(
-          namedLabel(this, "lblOptionDeleted", "...if the options.ini file has been deleted."))
-    , lblOR(namedLabel(this, "lblOR", "OR"))
-    , lblChangeSettings(namedLabel(this, "lblChangeSettings", "...if you change settings."))
-    , lblBeginClick(namedLabel(this, "lblBeginClick", "Click the continue button to begin..."))
+          wrappedLabel(this, "lblOptionDeleted", "...if the options.ini file has been deleted."))
+    , lblOR(wrappedLabel(this, "lblOR", "OR"))
+    , lblChangeSettings(wrappedLabel(this, "lblChangeSettings", "...if you change settings."))
+    , lblBeginClick(wrappedLabel(this, "lblBeginClick", "Click the continue button to begin..."))
     , cmdContinue(new QPushButton("Continue...", this))
 {
     setObjectName("dlgFirstRun");

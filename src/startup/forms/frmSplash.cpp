@@ -14,13 +14,6 @@
 
 namespace {
 
-QLabel *namedLabel(QWidget *parent, const char *name, const QString &caption = {})
-{
-    auto *label = new QLabel(caption, parent);
-    label->setObjectName(QString::fromLatin1(name));
-    return label;
-}
-
 QString versionLine()
 {
     return QStringLiteral("Version %1.%2.%3 Beta")
