@@ -7,12 +7,13 @@
 #   bash tools/run-demo.sh          the window program
 #   bash tools/run-demo.sh --fresh  the same, starting over as a new install
 #   bash tools/run-demo.sh --cli    quorvane-cli saves the default bot list and
-#                                   applies it to the demo game's user.ini
+#                                   applies it to both of the demo game's
+#                                   user.ini files (System and System64)
 #
 # The demo lives in build/demo-run: program/ holds the executable and its
-# files, home/ stands in for the home folder (the path dialogs propose the
-# game at home/UnrealTournament and its Configs folder), and cli/ is the
-# command-line demo's own copy.
+# files (the user guide in help/ among them), home/ stands in for the home
+# folder (the path dialogs propose the game at home/UnrealTournament and its
+# Configs folder), and cli/ is the command-line demo's own copy.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -37,7 +38,6 @@ run_cli_demo() {
     rm -rf "$demo"
     mkdir -p "$demo/program" "$demo/configs"
     cp -R demo/UnrealTournament "$demo/UnrealTournament"
-    local user_ini="$demo/UnrealTournament/System/User.ini"
     run() {
         echo "+ quorvane-cli $*"
         "$cli" --program-dir "$demo/program" --game-dir "$demo/UnrealTournament" \
@@ -47,15 +47,29 @@ run_cli_demo() {
     run save Default.qvn
     run describe Default.qvn
     run list
+    # Names are bare file names in the configuration directory; anything
+    # else is refused before a file is touched.
+    local status=0
+    run save ../UnrealTournament/System/User.ini --force || status=$?
+    if cmp -s demo/UnrealTournament/System/User.ini "$demo/UnrealTournament/System/User.ini"; then
+        echo "(exit status $status; System/User.ini is untouched)"
+    else
+        echo "(exit status $status; System/User.ini was overwritten!)"
+    fi
+    echo
+    # The game reads System/User.ini, and its 64-bit build System64/User.ini:
+    # apply changes both and prints each one it changed.
     run apply Default.qvn --backup
+    local ini changed
+    for ini in System/User.ini System64/User.ini; do
+        echo
+        changed=$(diff <(tr -d '\r' < "demo/UnrealTournament/$ini") \
+            <(tr -d '\r' < "$demo/UnrealTournament/$ini") | grep -c '^[<>]' || true)
+        echo "$ini: $changed lines changed; its bot list section now begins:"
+        grep -i -A 4 '^\[Botpack.ChallengeBotInfo\]' "$demo/UnrealTournament/$ini" | sed 's/\r$//; s/^/  /'
+    done
     echo
-    echo "The bot list section of $user_ini now begins:"
-    grep -i -A 4 '^\[Botpack.ChallengeBotInfo\]' "$user_ini"
-    echo
-    local changed
-    changed=$(diff <(tr -d '\r' < demo/UnrealTournament/System/User.ini) <(tr -d '\r' < "$user_ini") \
-        | grep -c '^[<>]' || true)
-    echo "$changed lines of user.ini changed; the configuration directory now holds:"
+    echo "The configuration directory now holds the list and a backup per user.ini:"
     ls -1 "$demo/configs" | sed 's/^/  /'
 }
 
@@ -78,8 +92,14 @@ cp "$built/quorvane" "$work/program/"
 for file in int.ini pattern.ini; do
     [ -e "$work/program/$file" ] || cp "$built/$file" "$work/program/"
 done
+# The guide that Help opens is the program's own: always the latest.
+rm -rf "$work/program/help"
+cp -R "$built/help" "$work/program/help"
 if [ ! -d "$work/home/UnrealTournament" ]; then
     cp -R demo/UnrealTournament "$work/home/UnrealTournament"
+elif [ ! -e "$work/home/UnrealTournament/System64" ]; then
+    # A demo game copied before it had the 64-bit game's user.ini.
+    cp -R demo/UnrealTournament/System64 "$work/home/UnrealTournament/System64"
 fi
 
 if [ -e "$work/program/options.ini" ]; then
