@@ -275,9 +275,9 @@ bool MoveSkinType(const QString &skinType, const QString &model)
 
 bool RemovePatternAssignment(PatternAssignment &file)
 {
-    if (showMessage(QStringLiteral("Remove Pattern"), QStringLiteral("Are you sure?"),
-            MessageButtons::YesNo, MessageIcon::Question)
-        != MessageAnswer::Yes)
+    const Message question { QStringLiteral("Remove Pattern"), QStringLiteral("Are you sure?"),
+        MessageButtons::YesNo, MessageIcon::Question, MessageDefault::No };
+    if (showMessage(question) != MessageAnswer::Yes)
         return false;
     file.modelDescription.clear();
     return true;

@@ -38,5 +38,10 @@ void installPrompt(Prompt *prompt)
 MessageAnswer showMessage(const QString &title, const QString &text, MessageButtons buttons,
                           MessageIcon icon)
 {
-    return currentPrompt().ask(Message{title, text, buttons, icon});
+    return showMessage(Message{title, text, buttons, icon});
+}
+
+MessageAnswer showMessage(const Message &message)
+{
+    return currentPrompt().ask(message);
 }

@@ -10,12 +10,17 @@ enum class MessageButtons { Ok, YesNo, YesNoCancel };
 enum class MessageIcon { None, Information, Question, Exclamation, Critical };
 enum class MessageAnswer { Ok, Yes, No, Cancel };
 
+// Which button Enter presses: the first (OK, or Yes), or No for a question
+// whose Yes deletes something, so that a stray key deletes nothing.
+enum class MessageDefault { First, No };
+
 struct Message
 {
     QString title;
     QString text;
     MessageButtons buttons = MessageButtons::Ok;
     MessageIcon icon = MessageIcon::None;
+    MessageDefault defaultButton = MessageDefault::First;
 };
 
 class Prompt
@@ -35,3 +40,4 @@ void installPrompt(Prompt *prompt);
 MessageAnswer showMessage(const QString &title, const QString &text,
                           MessageButtons buttons = MessageButtons::Ok,
                           MessageIcon icon = MessageIcon::None);
+MessageAnswer showMessage(const Message &message);

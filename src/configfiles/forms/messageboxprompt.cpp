@@ -70,7 +70,10 @@ MessageAnswer MessageBoxPrompt::ask(const Message &message)
     QMessageBox box(boxIcon(message.icon), message.title, text, boxButtons(message.buttons),
         QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
-    box.setDefaultButton(
-        message.buttons == MessageButtons::Ok ? QMessageBox::Ok : QMessageBox::Yes);
+    if (message.buttons == MessageButtons::Ok)
+        box.setDefaultButton(QMessageBox::Ok);
+    else
+        box.setDefaultButton(
+            message.defaultButton == MessageDefault::No ? QMessageBox::No : QMessageBox::Yes);
     return answerFor(box.exec(), message.buttons);
 }

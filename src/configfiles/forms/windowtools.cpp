@@ -1,6 +1,7 @@
 #include "windowtools.h"
 
 #include "configfiles/progress.h"
+#include "startup/programdirectory.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -79,6 +80,14 @@ void RemoveCloseMenu(QWidget *window)
 bool PerformShellAction(const QString &document)
 {
     return QDesktopServices::openUrl(QUrl::fromUserInput(document));
+}
+
+bool OpenUserGuide(const QString &section)
+{
+    QUrl guide = QUrl::fromLocalFile(ProgramDir() + QStringLiteral("help/index.html"));
+    if (!section.isEmpty())
+        guide.setFragment(section);
+    return QDesktopServices::openUrl(guide);
 }
 
 QString captionText(const QString &caption)

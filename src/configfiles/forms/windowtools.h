@@ -21,6 +21,10 @@ void RemoveCloseMenu(QWidget *window);
 // Returns whether the system accepted the request.
 bool PerformShellAction(const QString &document);
 
+// Opens the user guide (help/index.html in the program's directory) in the
+// browser, at `section` (an id of the guide's headings) when one is given.
+bool OpenUserGuide(const QString &section = {});
+
 // The text a label shows for a caption: "&&" stands for one "&".
 QString captionText(const QString &caption);
 

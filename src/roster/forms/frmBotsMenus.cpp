@@ -27,11 +27,9 @@
 #include "startup/forms/dlgFirstRun.h"
 #include "startup/forms/frmSplash.h"
 #include "startup/options.h"
-#include "startup/programdirectory.h"
 
 #include <QAction>
 #include <QComboBox>
-#include <QDir>
 #include <QLabel>
 #include <QScopedValueRollback>
 
@@ -257,8 +255,7 @@ void frmBots::closeAllForms()
 
 void frmBots::mnuHelpHelp_Click()
 {
-    PerformShellAction(
-        ProgramDir() + QStringLiteral("help") + QDir::separator() + QStringLiteral("index.html"));
+    OpenUserGuide();
 }
 
 void frmBots::mnuHelpAbout_Click()
