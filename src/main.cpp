@@ -27,11 +27,12 @@ int main(int argc, char *argv[])
     installWidgetEventLoopHook();
 
     Main();
-    // Start-up that ended in an error it reported has left no window.
+    // Start-up that ended in an error it reported, or that the user quit,
+    // has left no window.
     const QWidgetList windows = QApplication::topLevelWidgets();
     if (std::none_of(windows.cbegin(), windows.cend(),
             [](const QWidget *window) { return window->isVisible(); }))
-        return 1;
+        return QuitChosenAtStartup() ? 0 : 1;
 
     const int status = app.exec();
     installErrorSink(nullptr);

@@ -29,6 +29,12 @@ const QStringList GameProcessNames { QStringLiteral("ut-bin"), QStringLiteral("u
     QStringLiteral("ut-bin-amd64"), QStringLiteral("ut-bin-arm64"),
     QStringLiteral("UnrealTournament.exe") };
 
+// The user.ini files inside the game folder, and the one the patch's Linux
+// game keeps in the home folder instead.
+const QStringList InstallUserIniFiles { QStringLiteral("System/User.ini"),
+    QStringLiteral("System64/User.ini") };
+const QString HomeUserIniFile = QStringLiteral(".utpg/System/User.ini");
+
 GameStarter &gameStarter()
 {
     static GameStarter starter;
@@ -90,8 +96,7 @@ QStringList GameUserIniFiles(const QString &gameDir)
     QStringList files;
     if (isUnset(gameDir))
         return files;
-    for (const QString &relative :
-        { QStringLiteral("System/User.ini"), QStringLiteral("System64/User.ini") }) {
+    for (const QString &relative : InstallUserIniFiles) {
         const QString path = existingFile(gameDir, relative);
         if (!path.isEmpty())
             files.append(path);
@@ -100,13 +105,23 @@ QStringList GameUserIniFiles(const QString &gameDir)
     // The patch's Linux game keeps its settings in the home folder unless
     // the game folder holds them.
     if (files.isEmpty()) {
-        const QString path
-            = existingFile(QDir::homePath(), QStringLiteral(".utpg/System/User.ini"));
+        const QString path = existingFile(QDir::homePath(), HomeUserIniFile);
         if (!path.isEmpty())
             files.append(path);
     }
 #endif
     return files;
+}
+
+QStringList GameUserIniPlaces()
+{
+    QStringList places;
+    for (const QString &file : InstallUserIniFiles)
+        places.append(QDir::toNativeSeparators(file));
+#ifdef Q_OS_LINUX
+    places.append(QStringLiteral("~/") + HomeUserIniFile);
+#endif
+    return places;
 }
 
 bool IsGameFolder(const QString &gameDir)

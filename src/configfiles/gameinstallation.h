@@ -17,6 +17,10 @@
 // folder holds neither of the others, since the game then uses that one.
 QStringList GameUserIniFiles(const QString &gameDir);
 
+// The same places as the user writes them, for messages: "System/User.ini"
+// (native separators), ..., "~/.utpg/System/User.ini".
+QStringList GameUserIniPlaces();
+
 // A folder the program can work with: it has a System folder and the game
 // reads at least one user.ini for it.
 bool IsGameFolder(const QString &gameDir);

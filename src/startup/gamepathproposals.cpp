@@ -57,12 +57,28 @@ QString FirstGamePath(const QStringList &candidates)
 QString ProposedGamePath()
 {
 #ifdef Q_OS_WIN
-    if (QFileInfo::exists(QStringLiteral("c:\\unrealtournament\\system\\user.ini")))
-        return QStringLiteral("C:\\UnrealTournament\\");
-    return {};
+    const QString usual = QStringLiteral("C:\\UnrealTournament\\");
+    return IsGameFolder(usual) ? usual : QString();
 #else
     return FirstGamePath(GamePathCandidates(QDir::homePath()));
 #endif
+}
+
+QString StartupGamePath()
+{
+#ifdef Q_OS_WIN
+    return FolderWithFiles(QStringLiteral("C:\\UnrealTournament\\"));
+#else
+    return ProposedGamePath();
+#endif
+}
+
+QString FolderWithFiles(const QString &folder)
+{
+    const QDir directory(folder);
+    if (folder.isEmpty() || !directory.exists() || directory.isEmpty(QDir::Files))
+        return {};
+    return folder;
 }
 
 QString ProposedConfigPath(const QString &gamePath)

@@ -6,10 +6,20 @@
 // The directories the path dialogs propose before the user browses. Each
 // ends with the native separator; an empty text proposes nothing.
 
-// Where the game is most likely installed: on Windows "C:\UnrealTournament\"
-// when it holds System\user.ini; elsewhere the first of the usual places
-// under the home folder (see GamePathCandidates) that holds the game.
+// Where the game dialog proposes the game on its own: on Windows
+// "C:\UnrealTournament\" when it is a game folder (IsGameFolder); elsewhere
+// the first of the usual places under the home folder (see
+// GamePathCandidates) that holds the game.
 QString ProposedGamePath();
+
+// Where the start-up proposes the game when it has to ask: on Windows
+// "C:\UnrealTournament\" when that folder holds at least one file, so that
+// a broken installation is still shown to the user; elsewhere as
+// ProposedGamePath.
+QString StartupGamePath();
+
+// `folder` when it exists and holds at least one file, else "".
+QString FolderWithFiles(const QString &folder);
 
 // Where configurations go when none is set yet: on Windows
 // "C:\UnrealTournament\Configs\"; elsewhere a Configs folder inside
@@ -20,7 +30,8 @@ QString ProposedConfigPath(const QString &gamePath);
 // per-user folders of the game's ports first, as they hold user.ini.
 QStringList GamePathCandidates(const QString &home);
 
-// The first candidate whose System folder holds user.ini and .int files,
-// else the first that holds System/user.ini, else the first that has a
-// System folder, else "". Names inside a candidate match without regard to case.
+// The first candidate that is a game folder (IsGameFolder) with .int files
+// in its System folder, else the first game folder, else the first that has
+// a System folder, else "". Names inside a candidate match without regard to
+// case.
 QString FirstGamePath(const QStringList &candidates);

@@ -28,16 +28,21 @@ QString withoutTrailingSpaces(QString text)
 }
 
 // Line 2 as the splash's check box takes it: a number (13 otherwise) that
-// fits 16 bits (6) and is a check box state, 0, 1 or 2 (380).
+// fits 16 bits (6) and is a check box state, 0, 1 or 2 (380). A refused
+// value is not kept, so the start-up goes on as if there were no file.
 qint16 autoCloseValue(const QString &field)
 {
     bool isNumber = false;
     const double number = field.trimmed().toDouble(&isNumber);
     if (!isNumber || !std::isfinite(number))
-        throw RunError(ErrNum::TypeMismatch, QStringLiteral("options.ini line 2: \"%1\"").arg(field));
+        throw RunError(
+            ErrNum::TypeMismatch, QStringLiteral("options.ini line 2: \"%1\"").arg(field));
     const double rounded = std::nearbyint(number);
     if (rounded < -32768 || rounded > 32767)
         throw RunError(ErrNum::Overflow, QStringLiteral("options.ini line 2: \"%1\"").arg(field));
+    if (rounded < 0 || rounded > 2)
+        throw RunError(
+            ErrNum::InvalidPropertyValue, QStringLiteral("options.ini line 2: %1").arg(rounded));
     return qint16(rounded);
 }
 
@@ -61,9 +66,6 @@ void LoadOptions()
     FieldReader file(readAnsiLines(path));
     file.readLine();
     options.AutoCloseSplash = autoCloseValue(file.readField());
-    if (options.AutoCloseSplash < 0 || options.AutoCloseSplash > 2)
-        throw RunError(ErrNum::InvalidPropertyValue,
-                       QStringLiteral("options.ini line 2: %1").arg(options.AutoCloseSplash));
     file.readLine();
     file.readLine();
 
@@ -80,11 +82,6 @@ void SaveOptions()
 {
     const Options &options = AppOptions();
     writeAnsiLines(optionsFilePath(),
-                   { QStringLiteral("[SplashScreen]"),
-                     QString::number(options.AutoCloseSplash),
-                     QString(),
-                     QStringLiteral("[UTPath]"),
-                     QStringLiteral("0"),
-                     options.ConfigPath,
-                     options.UTPath });
+        { QStringLiteral("[SplashScreen]"), QString::number(options.AutoCloseSplash), QString(),
+            QStringLiteral("[UTPath]"), QStringLiteral("0"), options.ConfigPath, options.UTPath });
 }

@@ -135,7 +135,7 @@ void TestRosterOptions::savedOptionsReadBack_data()
     const QString sep = QDir::separator();
     QTest::newRow("both set") << 1 << sep + "games" + sep + "configs" + sep << sep + "games" + sep;
     QTest::newRow("spaces inside") << 0 << sep + "my games" + sep << sep + "ut 99" + sep;
-    QTest::newRow("no game yet") << 0 << sep << QString();
+    QTest::newRow("no game yet, box greyed") << 2 << sep << QString();
 }
 
 void TestRosterOptions::savedOptionsReadBack()
@@ -231,12 +231,15 @@ void TestRosterOptions::unreadableLineTwo()
     QFETCH(int, error);
     QVERIFY(writeTestFile(optionsFile(),
                           "[SplashScreen]\r\n" + line + "\r\n\r\n[UTPath]\r\n0\r\nc\r\ng\r\n"));
+    AppOptions().AutoCloseSplash = 1;
     try {
         LoadOptions();
         QFAIL("read without an error");
     } catch (const RunError &e) {
         QCOMPARE(e.number(), error);
     }
+    // The start-up goes on as without a file, so nothing refused is kept.
+    QCOMPARE(AppOptions().AutoCloseSplash, qint16(1));
 }
 
 QTEST_GUILESS_MAIN(TestRosterOptions)

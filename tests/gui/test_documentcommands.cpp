@@ -289,9 +289,11 @@ void TestDocumentCommands::saveQuestion()
     const QByteArray before = savedBytes("Team.qvn");
     const BotRoster edited = Roster();
     QStringList unloaded;
+    // The windows that outlive this row must not report into it.
+    QObject recording;
     for (QObject *loaded : std::initializer_list<QObject *> { &theForm<frmAbout>(),
              &theForm<dlgSaveAs>(), &theForm<dlgApply>(), &theForm<dlgDescr>(), form.data() })
-        connect(loaded, &QObject::destroyed, this,
+        connect(loaded, &QObject::destroyed, &recording,
             [&unloaded, name = loaded->objectName()] { unloaded << name; });
 
     DialogScript script;

@@ -5,7 +5,9 @@
 #include "startup/forms/dlgChangeConfigPath.h"
 #include "startup/forms/dlgCorrectUTPath.h"
 #include "startup/forms/dlgFirstRun.h"
+#include "startup/forms/dlgOptions.h"
 #include "startup/forms/frmSplash.h"
+#include "startup/options.h"
 #include "startup/programdirectory.h"
 
 #include "screenshots.h"
@@ -15,6 +17,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QSet>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -57,10 +60,11 @@ private slots:
     void initTestCase();
     void forms_data();
     void forms();
+    void optionsDialog_data();
+    void optionsDialog();
     void errorDialog();
 
 private:
-
     QTemporaryDir m_programDir;
 };
 
@@ -94,6 +98,48 @@ void TestScreenshotsStartup::forms()
     QFETCH(QString, heading);
 
     checkAndShoot(make, caption, heading);
+}
+
+// clang-format off
+void TestScreenshotsStartup::optionsDialog_data()
+{
+    QTest::addColumn<int>("tab");
+    QTest::addColumn<QString>("control"); // objectName=text of a control the tab shows
+
+    QTest::newRow("dlgOptionsPaths") << 0 << "optPathChange=UT Path:";
+    QTest::newRow("dlgOptionsBoss") << 1 << "lblFilename=skeletalcharsfix313.int";
+    QTest::newRow("dlgOptionsOther") << 2 << "chkAutoClose=Auto Close Splash Screen";
+}
+// clang-format on
+
+// One picture per tab; the Other tab has no label, so the check looks for
+// any control with its text.
+void TestScreenshotsStartup::optionsDialog()
+{
+    QFETCH(int, tab);
+    QFETCH(QString, control);
+
+    // A game with the boss package, so that the Boss tab's choices are live;
+    // the paths shown are the usual ones on Windows.
+    const QString game = m_programDir.filePath("UnrealTournament/");
+    QVERIFY(QDir().mkpath(game + "System"));
+    QFile package(game + "System/SkeletalCharsFix313.int");
+    QVERIFY(package.open(QIODevice::WriteOnly));
+    package.write("[Public]\r\nObject=(Name=SkeletalCharsFix313.WarBoss,Class=Class,"
+                  "MetaClass=Botpack.Bot,Description=\"WarBoss [Fixed]\")\r\n");
+    package.close();
+    AppOptions().UTPath = game;
+    dlgOptions dialog;
+    dialog.lblUTPath->setText("C:\\UnrealTournament\\");
+    dialog.lblConfigPath->setText("C:\\UnrealTournament\\Configs\\");
+    dialog.SSTab1->setCurrentIndex(tab);
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+    QCOMPARE(dialog.windowTitle(), "Quorvane Options");
+    const QWidget *shown = dialog.findChild<QWidget *>(control.section('=', 0, 0));
+    QVERIFY(shown && shown->isVisible());
+    QCOMPARE(shown->property("text").toString(), control.section('=', 1));
+    QVERIFY(saveScreenshot(dialog.grab().toImage(), QTest::currentDataTag()));
 }
 
 void TestScreenshotsStartup::errorDialog()

@@ -15,6 +15,7 @@
 #include "startup/programdirectory.h"
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
@@ -24,10 +25,12 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QShowEvent>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QTreeWidget>
 #include <QtTest/qtestspontaneevent.h>
 
 #include <functional>
@@ -51,7 +54,7 @@ bool staysOpenAfter(QDialog &dialog, QPushButton *button)
         button->click();
         open = dialog.isVisible();
         if (open)
-            dialog.reject();
+            dialog.done(QDialog::Rejected); // reject() may ask first
     });
     dialog.exec();
     return open;
@@ -81,13 +84,15 @@ void restoredByWindowSystem(QWidget *window)
 }
 
 // The text a control shows: a window's caption for "", else the named
-// label's or button's text.
+// label's, field's or button's text.
 QString shownText(const QWidget &window, const QString &control)
 {
     if (control.isEmpty())
         return window.windowTitle();
     if (const auto *label = window.findChild<QLabel *>(control))
         return label->text();
+    if (const auto *field = window.findChild<QLineEdit *>(control))
+        return field->text();
     if (const auto *button = window.findChild<QAbstractButton *>(control))
         return button->text();
     return QStringLiteral("<no control %1>").arg(control);
@@ -123,10 +128,14 @@ private slots:
     void captions();
     void closeControl_data();
     void closeControl();
+    void leavingGameDialog_data();
+    void leavingGameDialog();
     void invalidUTPathRefused_data();
     void invalidUTPathRefused();
     void configFolderCreatedOnOk_data();
     void configFolderCreatedOnOk();
+    void browsing_data();
+    void browsing();
     void folderChooserResults_data();
     void folderChooserResults();
     void folderCreation_data();
@@ -188,12 +197,18 @@ void TestStartupForms::captions_data()
     QTest::newRow("game path") << MakeWindow([] { return new dlgCorrectUTPath; }) << QStringList{
         "=Is this your correct UT Path?",
         "lblMessage=Is this the correct Unreal Tournament path to use?",
-        "lblUTPath=",
+        "lblPath=&Path:", "txtUTPath=",
         "Label2=If it is not click the BROWSE button.", "cmdBrowse=Browse",
-        "lblOK=If it is correct click the OK button.", "OKButton=OK"};
+        "lblOK=If it is correct click the OK button.", "OKButton=OK",
+#ifdef Q_OS_LINUX
+        "lblGameFolder=A game folder holds the System folder and the game's User.ini: System/User.ini, System64/User.ini or ~/.utpg/System/User.ini."};
+#else
+        };
+#endif
     QTest::newRow("config path") << MakeWindow([] { return new dlgChangeConfigPath; }) << QStringList{
         "=Is this your correct Configuration path?",
         "lblMessage=Is the path below where you want your configurations saved?",
+        "lblPath=&Path:",
         "Label2=If it is not click the BROWSE button.", "cmdBrowse=Browse",
         "lblOK=If it is correct click the OK button.", "OKButton=OK"};
     QTest::newRow("splash") << MakeWindow([] { return new frmSplash; }) << QStringList{
@@ -237,7 +252,6 @@ void TestStartupForms::closeControl_data()
     QTest::addColumn<MakeWindow>("make");
     QTest::addColumn<bool>("onlyThroughButtons");
 
-    QTest::newRow("game path") << MakeWindow([] { return new dlgCorrectUTPath; }) << true;
     QTest::newRow("config path") << MakeWindow([] { return new dlgChangeConfigPath; }) << true;
     QTest::newRow("error") << MakeWindow([] { return new dlgError; }) << true;
     QTest::newRow("splash") << MakeWindow([] { return new frmSplash; }) << true;
@@ -266,6 +280,53 @@ void TestStartupForms::closeControl()
 }
 
 // clang-format off
+void TestStartupForms::leavingGameDialog_data()
+{
+    QTest::addColumn<bool>("gameFolderSet"); // AppOptions().UTPath is a game folder
+    QTest::addColumn<bool>("escape");        // else the title bar's close
+    QTest::addColumn<int>("answer");         // to the question, when it comes
+    QTest::addColumn<bool>("closed");
+    QTest::addColumn<bool>("quit");
+
+    QTest::newRow("no game folder, Escape, No") << false << true << int(MessageAnswer::No) << false << false;
+    QTest::newRow("no game folder, title bar, Yes") << false << false << int(MessageAnswer::Yes) << true << true;
+    QTest::newRow("game folder set: it is kept") << true << true << int(MessageAnswer::Yes) << true << false;
+}
+// clang-format on
+
+// Without a game folder the program cannot go on, so closing the dialog
+// asks whether to quit rather than leave the user trapped in it.
+void TestStartupForms::leavingGameDialog()
+{
+    QFETCH(bool, gameFolderSet);
+    QFETCH(bool, escape);
+    QFETCH(int, answer);
+    QFETCH(bool, closed);
+    QFETCH(bool, quit);
+
+    const QString game = native(m_dir.path() + "/kept/");
+    QVERIFY(writeTestFile(game + "System/User.ini", "[URL]\r\n"));
+    if (gameFolderSet)
+        AppOptions().UTPath = game;
+    m_prompt->answerNext(MessageAnswer(answer));
+    dlgCorrectUTPath dialog;
+    dialog.showPath("typed");
+    dialog.show();
+    QVERIFY(dialog.windowFlags().testFlag(Qt::WindowCloseButtonHint));
+    if (escape)
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    else
+        closedByWindowSystem(&dialog);
+
+    QCOMPARE(dialog.isVisible(), !closed);
+    QCOMPARE(dialog.QuitChosen, quit);
+    QCOMPARE(dialog.ChosenPath, gameFolderSet ? game : "typed");
+    const QString question
+        = "Quit Quorvane?|Quorvane cannot start without the game folder. Quit Quorvane?";
+    QCOMPARE(m_prompt->transcript(), gameFolderSet ? QStringList() : QStringList { question });
+}
+
+// clang-format off
 void TestStartupForms::invalidUTPathRefused_data()
 {
     QTest::addColumn<QString>("folder"); // inside the temporary directory; "-" for none
@@ -279,6 +340,9 @@ void TestStartupForms::invalidUTPathRefused_data()
     QTest::newRow("game folder, other case") << "game2" << "system/User.ini" << true;
     QTest::newRow("64-bit game only") << "game64" << "System64/User.ini" << false;
     QTest::newRow("64-bit game") << "game64b" << "System/Core.int|System64/User.ini" << true;
+#ifdef Q_OS_LINUX
+    QTest::newRow("user.ini in ~/.utpg") << "patched" << "System/Core.int|~/.utpg/System/User.ini" << true;
+#endif
 }
 // clang-format on
 
@@ -290,13 +354,18 @@ void TestStartupForms::invalidUTPathRefused()
 
     const QString path = folder == "-" ? QString() : native(m_dir.path() + "/" + folder + "/");
     QDir().mkpath(path);
-    for (const QString &file : userIni.split('|', Qt::SkipEmptyParts))
-        QVERIFY(writeTestFile(path + file, "[URL]\r\n"));
-
     dlgCorrectUTPath dialog;
     QCOMPARE(dialog.ChosenPath, QString()); // the home folder holds no game
-    dialog.showPath(path);
-    QCOMPARE(dialog.lblUTPath->text(), path);
+    const auto clearHome
+        = qScopeGuard([] { QDir(QDir::homePath() + "/.utpg").removeRecursively(); });
+    for (const QString &file : userIni.split('|', Qt::SkipEmptyParts))
+        QVERIFY(writeTestFile(
+            file.startsWith("~/") ? QDir::homePath() + file.mid(1) : path + file, "[URL]\r\n"));
+
+    // Typed as a paste often brings it, with a blank at the end.
+    dialog.txtUTPath->clear();
+    QTest::keyClicks(dialog.txtUTPath, path + " ");
+    QCOMPARE(dialog.ChosenPath, path + " ");
 
     QCOMPARE(staysOpenAfter(dialog, dialog.OKButton), !accepted);
     QCOMPARE(AppOptions().UTPath, accepted ? path : QString());
@@ -325,7 +394,7 @@ void TestStartupForms::configFolderCreatedOnOk()
     const QString path = native(m_dir.path() + "/cfg/" + folder);
     AppOptions().ConfigPath = path;
     dlgChangeConfigPath dialog;
-    QCOMPARE(dialog.lblConfigPath->text(), path);
+    QCOMPARE(dialog.txtConfigPath->text(), path);
 
     QCOMPARE(staysOpenAfter(dialog, dialog.OKButton), !accepted);
     QCOMPARE(QFileInfo(path).isDir(), accepted);
@@ -334,6 +403,52 @@ void TestStartupForms::configFolderCreatedOnOk()
     if (!accepted)
         QVERIFY(m_prompt->transcript().at(0).startsWith(
             "Configuration Path|" + path + " could not be created."));
+}
+
+// clang-format off
+void TestStartupForms::browsing_data()
+{
+    QTest::addColumn<bool>("game");        // the game dialog, else the configuration one
+    QTest::addColumn<QString>("shown");    // inside the temporary directory
+    QTest::addColumn<QString>("button");   // pressed in the folder chooser
+    QTest::addColumn<QString>("expected"); // shown afterwards
+
+    QTest::newRow("game: chosen") << true << "a/b" << "OK" << "a/b/";
+    QTest::newRow("game: cancelled") << true << "a/b" << "Cancel" << "a/b";
+    QTest::newRow("config: opens at the nearest folder that exists") << false << "a/new/" << "OK" << "a/";
+}
+// clang-format on
+
+void TestStartupForms::browsing()
+{
+    QFETCH(bool, game);
+    QFETCH(QString, shown);
+    QFETCH(QString, button);
+    QFETCH(QString, expected);
+
+    QDir().mkpath(m_dir.path() + "/a/b");
+    std::unique_ptr<PathDialog> dialog(
+        game ? static_cast<PathDialog *>(new dlgCorrectUTPath) : new dlgChangeConfigPath);
+    dialog->showPath(native(m_dir.path() + "/" + shown));
+    dlgChangePath &chooser = theForm<dlgChangePath>();
+    QString caption;
+    bool canCreate = false;
+    whenShown([&] {
+        caption = chooser.windowTitle();
+        canCreate = chooser.cmdCreateFolder->isVisible();
+        chooser.findChild<QPushButton *>(button + "Button")->click();
+    });
+    dialog->cmdBrowse->click();
+
+    QCOMPARE(caption, game ? "Choose a New UT Path" : "Choose Configuration Directory...");
+    QCOMPARE(canCreate, !game);
+    QCOMPARE(dialog->ChosenPath, native(m_dir.path() + "/" + expected));
+    QCOMPARE(dialog->findChild<QLineEdit *>()->text(), dialog->ChosenPath);
+    QCOMPARE(dialog->focusWidget(), dialog->OKButton);
+    // The field is named by its label, for screen readers.
+    QCOMPARE(QAccessible::queryAccessibleInterface(dialog->findChild<QLineEdit *>())
+                 ->text(QAccessible::Name),
+        "Path:");
 }
 
 // clang-format off
@@ -376,13 +491,15 @@ void TestStartupForms::folderCreation_data()
 {
     QTest::addColumn<QStringList>("typing"); // texts typed one after the other
     QTest::addColumn<QString>("buttonCaption");
+    QTest::addColumn<bool>("escape");        // pressed instead of the button
     QTest::addColumn<QString>("created");
     QTest::addColumn<QString>("problem");
 
-    QTest::newRow("new folder") << QStringList{"New"} << "Create" << "New" << "";
-    QTest::newRow("typed and deleted") << QStringList{"x", ""} << "Cancel" << "" << "";
-    QTest::newRow("existing name") << QStringList{"taken"} << "Create" << "" << "A file or folder of that name already exists.";
-    QTest::newRow("name with a separator") << QStringList{"a/b"} << "Create" << "" << "A folder name cannot contain \\ or / or be . or ..";
+    QTest::newRow("new folder") << QStringList{"New"} << "Create" << false << "New" << "";
+    QTest::newRow("typed and deleted") << QStringList{"x", ""} << "Cancel" << false << "" << "";
+    QTest::newRow("Escape closes only the row") << QStringList{"x"} << "Create" << true << "" << "";
+    QTest::newRow("existing name") << QStringList{"taken"} << "Create" << false << "" << "A file or folder of that name already exists.";
+    QTest::newRow("name with a separator") << QStringList{"a/b"} << "Create" << false << "" << "A folder name cannot contain \\ or / or be . or ..";
 }
 // clang-format on
 
@@ -390,6 +507,7 @@ void TestStartupForms::folderCreation()
 {
     QFETCH(QStringList, typing);
     QFETCH(QString, buttonCaption);
+    QFETCH(bool, escape);
     QFETCH(QString, created);
     QFETCH(QString, problem);
 
@@ -398,15 +516,22 @@ void TestStartupForms::folderCreation()
     dlgChangePath chooser;
     chooser.setPath(parent.path());
     chooser.show();
+    const int treeHeight = chooser.dirOne->height();
     chooser.cmdCreateFolder->click();
     QVERIFY(chooser.txtNewFolder->isVisible() && !chooser.OKButton->isEnabled());
+    // The row takes no room from the tree, so the parent stays in view.
+    QCOMPARE(chooser.dirOne->height(), treeHeight);
     for (const QString &text : typing)
         chooser.txtNewFolder->setText(text);
     QCOMPARE(chooser.cmdCreate->text(), buttonCaption);
-    chooser.cmdCreate->click();
+    if (escape)
+        QTest::keyClick(chooser.txtNewFolder, Qt::Key_Escape);
+    else
+        chooser.cmdCreate->click();
 
     // A refused name keeps the row open for a correction.
     const bool refused = !problem.isEmpty();
+    QVERIFY(chooser.isVisible());
     QCOMPARE(chooser.txtNewFolder->isVisible(), refused);
     QCOMPARE(chooser.OKButton->isEnabled(), !refused);
     const QStringList folders
@@ -422,10 +547,12 @@ void TestStartupForms::folderCreation()
         QCOMPARE(chooser.SelectedFolder, native(folder + "/"));
     }
 
-    // Restored from the task bar, the dialog keeps what is typed; the next
-    // showing starts with an empty name and the row closed.
+    // A created folder's name is gone, so a second Create cannot nest a
+    // folder of the same name in it. Restored from the task bar, the dialog
+    // keeps what is typed; the next showing starts with an empty name and
+    // the row closed.
     restoredByWindowSystem(&chooser);
-    QCOMPARE(chooser.txtNewFolder->text(), typing.last());
+    QCOMPARE(chooser.txtNewFolder->text(), created.isEmpty() ? typing.last() : QString());
     chooser.hide();
     chooser.show();
     QCOMPARE(chooser.txtNewFolder->text(), QString());
@@ -576,27 +703,43 @@ void TestStartupForms::splashBandScrolls()
 
 void TestStartupForms::splashHandOver_data()
 {
-    QTest::addColumn<bool>("ticked");
+    QTest::addColumn<int>("box"); // the auto-close box's state
+    QTest::addColumn<bool>("enter"); // pressed instead of a click on Close
+    QTest::addColumn<int>("stored"); // AutoCloseSplash afterwards
 
-    QTest::newRow("auto-close ticked") << true;
-    QTest::newRow("auto-close unticked") << false;
+    QTest::newRow("ticked, clicked") << int(Qt::Checked) << false << 1;
+    QTest::newRow("unticked, Enter") << int(Qt::Unchecked) << true << 0;
+    QTest::newRow("greyed stays greyed") << int(Qt::PartiallyChecked) << true << 2;
 }
 
 void TestStartupForms::splashHandOver()
 {
-    QFETCH(bool, ticked);
+    QFETCH(int, box);
+    QFETCH(bool, enter);
+    QFETCH(int, stored);
 
-    AppOptions().AutoCloseSplash = ticked ? 0 : 1;
+    AppOptions().AutoCloseSplash = -1;
     frmSplash &splash = theForm<frmSplash>();
     splash.show();
-    splash.chkAutoClose->setChecked(ticked);
+    splash.chkAutoClose->setCheckState(Qt::CheckState(box));
+    int handOvers = 0;
     bool splashShownAtHandOver = false;
-    splash.showMainWindow = [&] { splashShownAtHandOver = splash.isVisible(); };
+    splash.showMainWindow = [&] {
+        ++handOvers;
+        splashShownAtHandOver = splash.isVisible();
+    };
+    // Enter does nothing until Close can be pressed.
+    QTest::keyClick(splash.chkAutoClose, Qt::Key_Return);
+    QCOMPARE(handOvers, 0);
     splash.cmdClose->setEnabled(true);
-    splash.cmdClose->click();
+    if (enter)
+        QTest::keyClick(splash.chkAutoClose, Qt::Key_Return);
+    else
+        splash.cmdClose->click();
 
+    QCOMPARE(handOvers, 1);
     QVERIFY(splashShownAtHandOver);
-    QCOMPARE(AppOptions().AutoCloseSplash, qint16(ticked ? 1 : 0));
+    QCOMPARE(AppOptions().AutoCloseSplash, qint16(stored));
     QTRY_VERIFY(!isFormLoaded<frmSplash>());
 }
 

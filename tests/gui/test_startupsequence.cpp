@@ -28,6 +28,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include <algorithm>
 #include <optional>
 
 namespace {
@@ -77,11 +78,13 @@ public:
             log << "msg:" + m_prompt.messages().at(m_messagesSeen).title;
     }
 
-    QString gameDir;
+    QString gameDir; // "<Escape>" closes the game dialog
     QString configDir;
     QStringList log;
-    // The splash's message line and the dialog's place each time a dialog opened.
+    // The splash's message line, the dialog's caption and question, and its
+    // place each time a dialog opened.
     QHash<QString, QString> messageAt;
+    QHash<QString, QString> captionOf;
     QHash<QString, QRect> placeOf;
     QRect splashPlace;
 
@@ -98,8 +101,12 @@ private:
             splashPlace = theForm<frmSplash>().frameGeometry();
         }
         placeOf[name] = QRect(dialog->pos(), dialog->size());
+        if (auto *pathDialog = qobject_cast<PathDialog *>(dialog))
+            captionOf[name] = dialog->windowTitle() + "|" + pathDialog->lblMessage->text();
         if (name == "dlgFirstRun") {
             static_cast<dlgFirstRun *>(dialog)->cmdContinue->click();
+        } else if (name == "dlgCorrectUTPath" && gameDir == "<Escape>") {
+            QTest::keyClick(dialog, Qt::Key_Escape);
         } else if (name == "dlgCorrectUTPath") {
             static_cast<PathDialog *>(dialog)->showPath(gameDir);
             static_cast<PathDialog *>(dialog)->OKButton->click();
@@ -136,6 +143,7 @@ private slots:
     void missingProgramFiles_data();
     void missingProgramFiles();
     void pathDialogsOverSplash();
+    void quitWithoutGameFolder();
     void restartBuildsAFreshEditor();
     void gameWithoutContent();
     void demoGame();
@@ -236,6 +244,7 @@ void TestStartupSequence::cleanup()
     unloadForm<dlgChangeConfigPath>();
     unloadForm<dlgFirstRun>();
     unloadForm<dlgError>();
+    QDir(QDir::homePath() + "/.utpg").removeRecursively();
 }
 
 void TestStartupSequence::verifyEditorPrepared()
@@ -265,6 +274,7 @@ void TestStartupSequence::startupPaths_data()
 {
     QTest::addColumn<QString>("options");    // "none", "valid", "first run", "game gone", "short"
     QTest::addColumn<bool>("bossPackage");
+    QTest::addColumn<QString>("userIni");    // where the game's User.ini is; "" System/User.ini
     QTest::addColumn<QStringList>("expected");
 
     const QStringList firstRun = { "dlg:dlgFirstRun", "dlg:dlgCorrectUTPath", "msg:Remember!",
@@ -273,12 +283,16 @@ void TestStartupSequence::startupPaths_data()
     firstRunWithBoss.insert(3, "boss");
     const QStringList askPaths = { "dlg:dlgCorrectUTPath", "dlg:dlgChangeConfigPath", "report:LostSkins.int" };
 
-    QTest::newRow("fresh install") << "none" << false << firstRun;
-    QTest::newRow("fresh install, boss package") << "none" << true << firstRunWithBoss;
-    QTest::newRow("first-run flag") << "first run" << false << firstRun;
-    QTest::newRow("game folder gone") << "game gone" << true << askPaths;
-    QTest::newRow("normal start") << "valid" << true << QStringList { "report:LostSkins.int" };
-    QTest::newRow("short options file") << "short" << false << askPaths;
+    QTest::newRow("fresh install") << "none" << false << "" << firstRun;
+    QTest::newRow("fresh install, boss package") << "none" << true << "" << firstRunWithBoss;
+    QTest::newRow("first-run flag") << "first run" << false << "" << firstRun;
+    QTest::newRow("game folder gone") << "game gone" << true << "" << askPaths;
+    QTest::newRow("normal start") << "valid" << true << "" << QStringList { "report:LostSkins.int" };
+    QTest::newRow("short options file") << "short" << false << "" << askPaths;
+    QTest::newRow("64-bit game") << "valid" << false << "System64/User.ini" << QStringList { "report:LostSkins.int" };
+#ifdef Q_OS_LINUX
+    QTest::newRow("user.ini in ~/.utpg") << "valid" << false << "~/.utpg/System/User.ini" << QStringList { "report:LostSkins.int" };
+#endif
 }
 // clang-format on
 
@@ -286,8 +300,15 @@ void TestStartupSequence::startupPaths()
 {
     QFETCH(QString, options);
     QFETCH(bool, bossPackage);
+    QFETCH(QString, userIni);
     QFETCH(QStringList, expected);
 
+    if (!userIni.isEmpty()) {
+        QVERIFY(QFile::remove(m_game + native("System/User.ini")));
+        QVERIFY(writeTestFile(
+            userIni.startsWith("~/") ? QDir::homePath() + userIni.mid(1) : m_game + userIni,
+            "[URL]\r\n"));
+    }
     if (bossPackage)
         QVERIFY(writeTestFile(m_game + native("System/SkeletalCharsFix313.int"), "[Public]\r\n"));
     if (options == "valid")
@@ -389,8 +410,8 @@ void TestStartupSequence::errorTable_data()
     QTest::newRow("55 goes on") << QList<int> { 55 } << "" << toBoss + rest << 0 << true;
     QTest::newRow("62 ends quietly") << QList<int> { 62 } << "" << toBoss << 0 << false;
     QTest::newRow("53 is reported") << QList<int> { 53 } << "" << toBoss << 53 << false;
-    QTest::newRow("line 2 not a number") << QList<int> {} << "yes" << QStringList {} << 13 << false;
-    QTest::newRow("line 2 out of range") << QList<int> {} << "5" << QStringList {} << 380 << false;
+    QTest::newRow("line 2 not a number: first run") << QList<int> {} << "yes" << toBoss + rest << 13 << true;
+    QTest::newRow("line 2 out of range: first run") << QList<int> {} << "5" << toBoss + rest << 380 << true;
 }
 // clang-format on
 
@@ -413,26 +434,27 @@ void TestStartupSequence::errorTable()
     m_user->takeMessages();
 
     QCOMPARE(m_user->log, expected);
+    QCOMPARE(m_errors->errors.size(), reported ? 1 : 0);
     if (reported) {
-        QCOMPARE(m_errors->errors.size(), 1);
         QCOMPARE(m_errors->errors.first().number, reported);
         QCOMPARE(
             m_errors->errors.first().message, QString("Unknown Error has occured in Sub Main"));
-        // Nothing is left to go on with: the program ends.
-        QVERIFY(!isFormLoaded<frmSplash>());
-        QVERIFY(!isFormLoaded<frmBots>());
-    } else {
-        QVERIFY(m_errors->errors.isEmpty());
-        QVERIFY(isFormLoaded<frmSplash>());
-        // Ended or not, the splash can always be left.
-        QVERIFY(theForm<frmSplash>().cmdClose->isEnabled());
     }
     if (finished) {
         verifyEditorPrepared();
         QCOMPARE(theForm<frmSplash>().message(), QString("Finished...Click the Close button."));
-    }
-    if (!finished && !reported) {
-        // Closing the splash then shows no half-built editor.
+        // The main window's closing writes the options, which repairs the file.
+        theForm<frmSplash>().cmdClose->click();
+        theForm<frmBots>().close();
+        QCOMPARE(readTestFile(m_program + "options.ini"), optionsFile("0", "0", m_configs, m_game));
+    } else if (reported) {
+        // Nothing is left to go on with: the program ends.
+        QVERIFY(!isFormLoaded<frmSplash>());
+        QVERIFY(!isFormLoaded<frmBots>());
+    } else {
+        // Ended or not, the splash can always be left, and closing it then
+        // shows no half-built editor.
+        QVERIFY(theForm<frmSplash>().cmdClose->isEnabled());
         theForm<frmSplash>().cmdClose->click();
         QVERIFY(!isFormLoaded<frmBots>() || !theForm<frmBots>().isVisible());
     }
@@ -499,12 +521,40 @@ void TestStartupSequence::pathDialogsOverSplash()
         QCOMPARE(dialog.left(), splash.left() + (splash.width() - dialog.width()) / 2);
         QCOMPARE(dialog.top(), splash.top() + (splash.height() - dialog.height()) / 2 - lift);
     }
-    QCOMPARE(theForm<dlgCorrectUTPath>().windowTitle(),
-        QString("Locate Unreal Tournament Directory..."));
-    QCOMPARE(theForm<dlgCorrectUTPath>().lblMessage->text(), QString());
-    QCOMPARE(
-        theForm<dlgChangeConfigPath>().windowTitle(), QString("Locate Configuration Directory..."));
-    QCOMPARE(theForm<dlgChangeConfigPath>().lblMessage->text(), QString());
+    QCOMPARE(m_user->captionOf.value("dlgCorrectUTPath"),
+        QString("Locate Unreal Tournament Directory...|"));
+    QCOMPARE(m_user->captionOf.value("dlgChangeConfigPath"),
+        QString("Locate Configuration Directory...|"));
+    // A later use, as from the options dialog, shows the dialogs' own texts.
+    QCOMPARE(theForm<dlgCorrectUTPath>().windowTitle(), QString("Is this your correct UT Path?"));
+    QCOMPARE(theForm<dlgCorrectUTPath>().lblMessage->text(),
+        QString("Is this the correct Unreal Tournament path to use?"));
+    QCOMPARE(theForm<dlgChangeConfigPath>().windowTitle(),
+        QString("Is this your correct Configuration path?"));
+    QCOMPARE(theForm<dlgChangeConfigPath>().lblMessage->text(),
+        QString("Is the path below where you want your configurations saved?"));
+}
+
+// Without a game folder the program cannot start: the user who will not
+// name one leaves it by closing the dialog, after a question.
+void TestStartupSequence::quitWithoutGameFolder()
+{
+    m_user->gameDir = "<Escape>";
+    m_prompt->answerNext(MessageAnswer::No);
+    m_prompt->answerNext(MessageAnswer::Yes);
+    Main();
+    m_user->takeMessages();
+
+    QCOMPARE(m_user->log,
+        QStringList({ "dlg:dlgFirstRun", "dlg:dlgCorrectUTPath", "msg:Quit Quorvane?",
+            "dlg:dlgCorrectUTPath", "msg:Quit Quorvane?" }));
+    QCOMPARE(m_prompt->transcript().last(),
+        "Quit Quorvane?|Quorvane cannot start without the game folder. Quit Quorvane?");
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    QVERIFY(std::none_of(windows.cbegin(), windows.cend(),
+        [](const QWidget *window) { return window->isVisible(); }));
+    QVERIFY(!isFormLoaded<frmSplash>() && !isFormLoaded<frmBots>());
+    QVERIFY(m_errors->errors.isEmpty());
 }
 
 void TestStartupSequence::restartBuildsAFreshEditor()

@@ -9,6 +9,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -221,9 +222,27 @@ void dlgChangePath::OKButton_Click()
     accept();
 }
 
+void dlgChangePath::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape && !m_newFolderRow->isHidden()) {
+        setNewFolderRowOpen(false);
+        return;
+    }
+    QDialog::keyPressEvent(event);
+}
+
+// The dialog grows by the row rather than taking its room from the tree,
+// so the folder the new one goes into stays in view.
 void dlgChangePath::setNewFolderRowOpen(bool open)
 {
-    m_newFolderRow->setVisible(open);
+    if (open == m_newFolderRow->isHidden()) {
+        const int rowHeight = m_newFolderRow->sizeHint().height() + layout()->spacing();
+        m_newFolderRow->setVisible(open);
+        resize(width(), height() + (open ? rowHeight : -rowHeight));
+        layout()->activate();
+        if (QTreeWidgetItem *parent = dirOne->currentItem())
+            dirOne->scrollToItem(parent);
+    }
     cmdCreateFolder->setEnabled(!open);
     CancelButton->setEnabled(!open);
     OKButton->setEnabled(!open);
@@ -232,6 +251,8 @@ void dlgChangePath::setNewFolderRowOpen(bool open)
     OKButton->setDefault(!open);
     if (open)
         txtNewFolder->setFocus();
+    else if (!isHidden())
+        dirOne->setFocus();
 }
 
 // A name the folder cannot take is reported and the row stays open, so the
@@ -261,6 +282,9 @@ bool dlgChangePath::createFolder(const QString &name)
     item->setExpanded(true);
     if (QTreeWidgetItem *created = childNamed(item, name))
         dirOne->setCurrentItem(created);
+    // The new folder is now the highlighted one: a name left in the box
+    // would make a second Create nest a folder of the same name in it.
+    txtNewFolder->clear();
     return true;
 }
 

@@ -50,6 +50,8 @@ public:
 
 protected:
     void showEvent(QShowEvent *event) override;
+    // Escape closes the new-folder row when it is open, else the dialog.
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     void driveOne_Change();

@@ -77,6 +77,10 @@ public:
     void setCurrentFile(const QString &name);
     // Unloads every window of the program, this one last, which ends it.
     void closeAllForms();
+    // Before something drops the roster: when it is not saved, asks whether
+    // to save it first (Yes, with the command's `yesLine`), drop it (No) or
+    // stay (Cancel). Returns whether to go on.
+    bool AskToSave(const QString &yesLine, const QString &noLine);
 
     // Editor state.
     qint16 iPrevValue = 0;
@@ -188,7 +192,6 @@ private:
     // Saved becomes Modified; Modified and Loaded stay; nothing while a
     // configuration is being opened.
     void MarkModified();
-    bool AskToSave(const QString &yesLine, const QString &noLine);
     // Selects slot 0 and shows it with every list positioned.
     void showFirstSlot();
     // Saves the open document for Quit and Launch; whether it is saved now.
@@ -214,6 +217,7 @@ private:
     void mnuFileNew_Click();
     void mnuFileOpen_Click();
     void mnuFileApply_Click();
+    void mnuFileOptions_Click();
     void mnuFileSave_Click();
     void mnuFileSaveAs_Click();
     void mnuFileQuitLaunch_Click();

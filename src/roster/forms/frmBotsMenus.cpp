@@ -25,6 +25,7 @@
 #include "startup/forms/dlgChangeConfigPath.h"
 #include "startup/forms/dlgCorrectUTPath.h"
 #include "startup/forms/dlgFirstRun.h"
+#include "startup/forms/dlgOptions.h"
 #include "startup/forms/frmSplash.h"
 #include "startup/options.h"
 
@@ -60,6 +61,7 @@ void frmBots::connectMenus()
     connect(mnuFileNew, &QAction::triggered, this, &frmBots::mnuFileNew_Click);
     connect(mnuFileOpen, &QAction::triggered, this, &frmBots::mnuFileOpen_Click);
     connect(mnuFileApply, &QAction::triggered, this, &frmBots::mnuFileApply_Click);
+    connect(mnuFileOptions, &QAction::triggered, this, &frmBots::mnuFileOptions_Click);
     connect(mnuFileSave, &QAction::triggered, this, &frmBots::mnuFileSave_Click);
     connect(mnuFileSaveAs, &QAction::triggered, this, &frmBots::mnuFileSaveAs_Click);
     connect(mnuFileQuitLaunch, &QAction::triggered, this, &frmBots::mnuFileQuitLaunch_Click);
@@ -183,6 +185,13 @@ void frmBots::mnuFileApply_Click()
     dialogOver<dlgApply>(this).exec();
 }
 
+// Not one of this window's dialogs: changing the game folder in it replaces
+// this window while the dialog stays open.
+void frmBots::mnuFileOptions_Click()
+{
+    theForm<dlgOptions>().showOver(this);
+}
+
 // Saves the current configuration, puts it into the game with a backup,
 // then starts the game and ends; anything that fails on the way keeps the
 // game from starting with the old bot list, and the program open.
@@ -245,6 +254,7 @@ void frmBots::closeAllForms()
     unloadForm<dlgFirstRun>();
     unloadForm<dlgLaunchUT>();
     unloadForm<dlgOpen>();
+    unloadForm<dlgOptions>();
     unloadForm<dlgSaveAs>();
     unloadForm<frmAbout>();
     unloadForm<frmBadFiles>();

@@ -1,20 +1,21 @@
 #include "dlgChangeConfigPath.h"
 
 #include "configfiles/fileops.h"
+#include "configfiles/forms/windowtools.h"
 #include "configfiles/prompt.h"
 #include "startup/gamepathproposals.h"
 #include "startup/options.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QLabel>
 
 dlgChangeConfigPath::dlgChangeConfigPath(QWidget *parent)
     : PathDialog(
-        "lblConfigPath", "Is the path below where you want your configurations saved?", parent)
-    , lblConfigPath(pathLabel())
+        "txtConfigPath", "Is the path below where you want your configurations saved?", parent)
+    , txtConfigPath(pathField())
 {
     setObjectName("dlgChangeConfigPath");
+    RemoveCloseMenu(this);
     setWindowTitle("Is this your correct Configuration path?");
     const QString current = AppOptions().ConfigPath;
     showPath(current.isEmpty() ? ProposedConfigPath(AppOptions().UTPath) : current);
@@ -29,6 +30,8 @@ void dlgChangeConfigPath::cmdBrowse_Click()
 // more likely a typing mistake than a wish for a new tree of folders.
 void dlgChangeConfigPath::OKButton_Click()
 {
+    // A pasted path often brings a blank with it.
+    showPath(ChosenPath.trimmed());
     if (!QFileInfo(ChosenPath).isDir() && (ChosenPath.isEmpty() || !QDir().mkdir(ChosenPath))) {
         showMessage(QStringLiteral("Configuration Path"),
             ChosenPath

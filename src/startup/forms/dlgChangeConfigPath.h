@@ -2,10 +2,10 @@
 
 #include "pathdialog.h"
 
-// Confirms the configuration directory: proposes one, lets the user browse
-// (and create folders), and creates the directory on OK when it does not
-// exist yet. On OK the directory becomes AppOptions().ConfigPath. Closes only
-// through OK.
+// Confirms the configuration directory: proposes one, lets the user type it
+// or browse (and create folders), and creates the directory on OK when it
+// does not exist yet. On OK the directory becomes AppOptions().ConfigPath.
+// Closes only through OK.
 class dlgChangeConfigPath : public PathDialog
 {
     Q_OBJECT
@@ -13,7 +13,7 @@ class dlgChangeConfigPath : public PathDialog
 public:
     explicit dlgChangeConfigPath(QWidget *parent = nullptr);
 
-    QLabel *lblConfigPath;
+    QLineEdit *txtConfigPath;
 
 private:
     void cmdBrowse_Click() override;

@@ -8,6 +8,7 @@
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -132,13 +133,37 @@ void frmSplash::advance()
     GradientBar.BGScroll();
 }
 
+// Enter closes the splash wherever the focus is, once Close can be pressed;
+// the splash is no dialog, so it has no default button to do it.
+void frmSplash::keyPressEvent(QKeyEvent *event)
+{
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter && cmdClose->isEnabled()) {
+        cmdClose->click();
+        return;
+    }
+    QFrame::keyPressEvent(event);
+}
+
 void frmSplash::closeEvent(QCloseEvent *event)
 {
     queryUnload();
     QFrame::closeEvent(event);
 }
 
+// The box's states as options.ini keeps them: 0 unticked, 1 ticked,
+// 2 greyed.
 void frmSplash::queryUnload()
 {
-    AppOptions().AutoCloseSplash = chkAutoClose->isChecked() ? 1 : 0;
+    switch (chkAutoClose->checkState()) {
+    case Qt::Checked:
+        AppOptions().AutoCloseSplash = 1;
+        break;
+    case Qt::PartiallyChecked:
+        AppOptions().AutoCloseSplash = 2;
+        break;
+    case Qt::Unchecked:
+        AppOptions().AutoCloseSplash = 0;
+        break;
+    }
 }

@@ -23,6 +23,7 @@
 #include "startup/programdirectory.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QEventLoopLocker>
@@ -126,7 +127,8 @@ private:
 
     void showSplash();
     void loadOptions();
-    void askGameDir();
+    bool askGameDir();
+    Step quit();
     void remind();
     void askConfigDir();
     void prepareMainWindow();
@@ -191,7 +193,8 @@ Step StartupSequence::perform(Step step)
         say(LocateMessage);
         break;
     case Step::GameDir:
-        askGameDir();
+        if (!askGameDir())
+            return quit();
         break;
     case Step::Remember:
         remind();
@@ -227,6 +230,14 @@ Step StartupSequence::perform(Step step)
 
 Step StartupSequence::recover(Step failed, const RunError &error)
 {
+    // An options file that cannot be read is reported once, then the start-up
+    // goes on as for a missing one; the main window's closing writes a sound
+    // file, so the next start is a normal one.
+    if (failed == Step::Options && error.number() != ErrNum::InputPastEnd) {
+        ProcessError(error, QStringLiteral("Unknown Error has occured in Sub Main"));
+        AppOptions().FirstRun = true;
+        return Step::OptionsRead;
+    }
     switch (error.number()) {
     case ErrNum::BadFileName:
         // A path the system cannot use: ask for the directories again, but
@@ -335,15 +346,34 @@ void StartupSequence::loadOptions()
     }
 }
 
-void StartupSequence::askGameDir()
+// The path dialogs are made afresh for each use and unloaded after it, so
+// that a later use shows their own caption and question, not the start-up's.
+// Returns false when the user chose to quit instead.
+bool StartupSequence::askGameDir()
 {
+    unloadForm<dlgCorrectUTPath>();
     dlgCorrectUTPath &dialog = theForm<dlgCorrectUTPath>();
-    dialog.showPath(ProposedGamePath());
+    dialog.showPath(StartupGamePath());
     dialog.setWindowTitle(QStringLiteral("Locate Unreal Tournament Directory..."));
     dialog.lblMessage->clear();
     placeOverSplash(dialog, m_splash ? PathDialogLift(*m_splash) : 0);
     dialog.exec();
-    AppOptions().UTPath = dialog.ChosenPath;
+    const bool quitChosen = dialog.QuitChosen;
+    if (!quitChosen)
+        AppOptions().UTPath = dialog.ChosenPath;
+    unloadForm<dlgCorrectUTPath>();
+    return !quitChosen;
+}
+
+// Every window goes, so the program ends whether or not its event loop
+// runs yet.
+Step StartupSequence::quit()
+{
+    QuitChosenAtStartup() = true;
+    unloadForm<frmBots>();
+    unloadForm<frmSplash>();
+    QApplication::closeAllWindows();
+    return Step::Done;
 }
 
 void StartupSequence::remind()
@@ -363,6 +393,7 @@ void StartupSequence::remind()
 void StartupSequence::askConfigDir()
 {
     const Options &options = AppOptions();
+    unloadForm<dlgChangeConfigPath>();
     dlgChangeConfigPath &dialog = theForm<dlgChangeConfigPath>();
     dialog.showPath(
         options.ConfigPath.isEmpty() ? ProposedConfigPath(options.UTPath) : options.ConfigPath);
@@ -371,6 +402,7 @@ void StartupSequence::askConfigDir()
     placeOverSplash(dialog, m_splash ? PathDialogLift(*m_splash) : 0);
     dialog.exec();
     AppOptions().ConfigPath = dialog.ChosenPath;
+    unloadForm<dlgChangeConfigPath>();
 }
 
 // The editor is filled while hidden, so none of its handlers writes into
@@ -428,6 +460,12 @@ void StartupSequence::handOver()
 void setStartupForms(std::function<StartupForms()> forms)
 {
     replacedForms() = std::move(forms);
+}
+
+bool &QuitChosenAtStartup()
+{
+    static bool chosen = false;
+    return chosen;
 }
 
 bool &RestartRequested()

@@ -24,6 +24,10 @@ void setStartupForms(std::function<StartupForms()> forms);
 // directory changed; Main clears it once the options are loaded.
 bool &RestartRequested();
 
+// Set when the user chose to quit during the start-up (there was no game
+// folder to work with): the program ends as the user asked, not in failure.
+bool &QuitChosenAtStartup();
+
 // The start-up: shows the splash, loads the options, asks for the game and
 // configuration directories where they are unknown or wrong, loads the skin
 // patterns, scans the game's content, prepares the main window without
