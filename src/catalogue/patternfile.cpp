@@ -63,17 +63,18 @@ const MISCLASS *modelDescribedAs(const QString &description)
     return nullptr;
 }
 
-// Applies `change` to the patterns as the file holds them and writes the
-// result when it differs from the file's lines.
-bool rewritePatterns(const std::function<void(QList<SkinPattern> &)> &change)
+// Applies `change` to `patterns` in the file's form and keeps the result
+// when its lines differ.
+bool changePatterns(
+    QList<SkinPattern> &patterns, const std::function<void(QList<SkinPattern> &)> &change)
 {
-    const QStringList before = PatternLines(Catalogue().PatternList);
-    QList<SkinPattern> patterns = ParsePatternLines(before);
-    change(patterns);
-    const QStringList after = PatternLines(patterns);
+    const QStringList before = PatternLines(patterns);
+    QList<SkinPattern> changed = ParsePatternLines(before);
+    change(changed);
+    const QStringList after = PatternLines(changed);
     if (after == before)
         return false;
-    SavePatternList(ParsePatternLines(after));
+    patterns = ParsePatternLines(after);
     return true;
 }
 
@@ -212,12 +213,12 @@ void AddToPattern(QList<SkinPattern> &patterns, const QString &model, const QStr
     patterns.append(newPattern(model, skinType));
 }
 
-void FinishPatterns(const QList<PatternAssignment> &files)
+void FinishPatterns(const QList<PatternAssignment> &files, const QList<SkinPattern> &patterns)
 {
     ModelCatalogue &catalogue = Catalogue();
     // Positions follow the list's items; unassigned items leave free entries.
     QStringList reparse(2);
-    QList<SkinPattern> patterns = catalogue.PatternList;
+    QList<SkinPattern> finished = patterns;
     bool assigned = false;
     for (qsizetype i = 0; i < files.size(); ++i) {
         const PatternAssignment &file = files.at(i);
@@ -231,46 +232,60 @@ void FinishPatterns(const QList<PatternAssignment> &files)
         const MISCLASS *model = modelDescribedAs(file.modelDescription);
         if (skinType.isEmpty() || !model || model->SkinType.isEmpty())
             continue;
-        AddToPattern(patterns, model->SkinType, skinType);
+        AddToPattern(finished, model->SkinType, skinType);
     }
-    if (assigned)
-        SavePatternList(patterns);
+    if (assigned || PatternLines(finished) != PatternLines(catalogue.PatternList))
+        SavePatternList(finished);
     catalogue.ReparseFiles = reparse;
     if (assigned)
         catalogue.ReparseRequested = true;
 }
 
-bool ForgetSkinType(const QString &skinType)
+void FinishPatterns(const QList<PatternAssignment> &files)
+{
+    FinishPatterns(files, Catalogue().PatternList);
+}
+
+bool ForgetSkinType(QList<SkinPattern> &patterns, const QString &skinType)
 {
     if (skinType.isEmpty())
         return false;
-    return rewritePatterns(
-        [&](QList<SkinPattern> &patterns) { removeSkinType(patterns, skinType); });
+    return changePatterns(
+        patterns, [&](QList<SkinPattern> &changed) { removeSkinType(changed, skinType); });
 }
 
-bool ForgetPattern(const QString &model)
+bool ForgetPattern(QList<SkinPattern> &patterns, const QString &model)
 {
     if (model.isEmpty())
         return false;
-    return rewritePatterns([&](QList<SkinPattern> &patterns) {
-        for (SkinPattern &pattern : patterns) {
+    return changePatterns(patterns, [&](QList<SkinPattern> &changed) {
+        for (SkinPattern &pattern : changed) {
             if (pattern.Model == model)
                 pattern.Model.clear();
         }
     });
 }
 
-bool MoveSkinType(const QString &skinType, const QString &model)
+bool MoveSkinType(QList<SkinPattern> &patterns, const QString &skinType, const QString &model)
 {
     if (skinType.isEmpty() || model.isEmpty())
         return false;
-    return rewritePatterns([&](QList<SkinPattern> &patterns) {
-        removeSkinType(patterns, skinType, model);
+    return changePatterns(patterns, [&](QList<SkinPattern> &changed) {
+        removeSkinType(changed, skinType, model);
         // Emptied records go before the skin type finds its new record, so
         // that the file keeps its order.
-        patterns = ParsePatternLines(PatternLines(patterns));
-        AddToPattern(patterns, model, skinType);
+        changed = ParsePatternLines(PatternLines(changed));
+        AddToPattern(changed, model, skinType);
     });
+}
+
+bool ForgetSkinType(const QString &skinType)
+{
+    QList<SkinPattern> patterns = Catalogue().PatternList;
+    if (!ForgetSkinType(patterns, skinType))
+        return false;
+    SavePatternList(patterns);
+    return true;
 }
 
 bool RemovePatternAssignment(PatternAssignment &file)

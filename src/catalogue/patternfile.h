@@ -48,26 +48,34 @@ QStringList PatternModelChoices();
 
 // The editor's Finished: each assigned file's skin type (from its
 // UnmatchedSkins record) joins the pattern of the model with that
-// description, compared without regard to case, or a new pattern for it;
-// the file is written and the assigned files are handed to the scan to be
-// parsed again (ReparseFiles, ReparseRequested). With nothing assigned,
-// nothing is written and no re-parse is asked for. Throws RunError when the
-// file cannot be written; the patterns and the hand-over are then unchanged.
+// description, compared without regard to case, or a new pattern for it,
+// in `patterns` (the editor's copy of the saved patterns, which the user may
+// have changed too); the result is written when it differs from
+// Catalogue().PatternList or a file was assigned, and the assigned files are
+// handed to the scan to be parsed again (ReparseFiles, ReparseRequested).
+// With nothing assigned and nothing changed, nothing is written and no
+// re-parse is asked for. Throws RunError when the file cannot be written;
+// the patterns and the hand-over are then unchanged.
+void FinishPatterns(const QList<PatternAssignment> &files, const QList<SkinPattern> &patterns);
+// The same on the saved patterns as they are.
 void FinishPatterns(const QList<PatternAssignment> &files);
 
 // The same rule on a table alone: `skinType` joins the record of `model` (a
 // model's SkinType), or starts one in the first free record or a new one.
 void AddToPattern(QList<SkinPattern> &patterns, const QString &model, const QString &skinType);
 
-// Patterns already in the file, for changing them later. Each writes the file
-// like SavePatternList and answers whether anything changed.
+// Changes to saved patterns, made on `patterns`, which keeps one record per
+// line of the file in order; each answers whether anything changed.
 //   ForgetSkinType: `skinType` leaves every pattern; a pattern left with no
 //   skin types goes.
 //   ForgetPattern: the whole pattern of the model `model` goes.
 //   MoveSkinType: `skinType` leaves its patterns and joins the one of `model`.
+bool ForgetSkinType(QList<SkinPattern> &patterns, const QString &skinType);
+bool ForgetPattern(QList<SkinPattern> &patterns, const QString &model);
+bool MoveSkinType(QList<SkinPattern> &patterns, const QString &skinType, const QString &model);
+// ForgetSkinType on the saved patterns, written like SavePatternList when
+// anything changed.
 bool ForgetSkinType(const QString &skinType);
-bool ForgetPattern(const QString &model);
-bool MoveSkinType(const QString &skinType, const QString &model);
 
 // The editor's buttons that talk to the user. RemovePatternAssignment asks
 // before it undoes the file's assignment in the list (pattern.ini is only

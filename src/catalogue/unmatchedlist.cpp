@@ -83,8 +83,10 @@ QString SaveUnmatchedListFile()
 
 void SaveUnmatchedListAndSay()
 {
-    if (!SaveUnmatchedListFile().isEmpty())
-        showMessage(QStringLiteral("File Created"), QStringLiteral("File Created"));
+    const QString path = SaveUnmatchedListFile();
+    if (!path.isEmpty())
+        showMessage(QStringLiteral("File Created"), QStringLiteral("File Created:") + crlf + path,
+            MessageButtons::Ok, MessageIcon::Information);
 }
 
 void ContinueToPatternEditor(const QStringList &checkedPaths)

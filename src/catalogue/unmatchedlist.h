@@ -28,7 +28,8 @@ QString SaveUnmatchedList(const QString &directory,
 
 // The report's two save buttons: the list saved into the program's
 // directory. A failure is said through the prompt and gives an empty path;
-// SaveUnmatchedListAndSay also says "File Created" when it worked.
+// SaveUnmatchedListAndSay also says "File Created" and the file's path when
+// it worked.
 QString SaveUnmatchedListFile();
 void SaveUnmatchedListAndSay();
 

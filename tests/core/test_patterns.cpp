@@ -109,6 +109,7 @@ private slots:
     {
         QTest::addColumn<QByteArray>("before");
         QTest::addColumn<QStringList>("items"); // path|model description
+        QTest::addColumn<QString>("forgotten"); // a skin type the editor took out
         QTest::addColumn<QByteArray>("after");  // null: nothing written
         QTest::addColumn<QStringList>("reparse");
 
@@ -116,33 +117,42 @@ private slots:
         const QString tin = u"/ut/System/Tin.int"_s;
         QTest::newRow("appends to the model's pattern")
             << QByteArray("fcommando,X\r\nsoldier,A\r\n") << QStringList {guy + u"|Male Soldier"_s}
-            << QByteArray("fcommando,X\r\nsoldier,A,MyGuy\r\n") << QStringList {guy, {}};
+            << QString() << QByteArray("fcommando,X\r\nsoldier,A,MyGuy\r\n")
+            << QStringList {guy, {}};
         QTest::newRow("new patterns, any case")
             << QByteArray() << QStringList {guy + u"|male soldier"_s, tin + u"|TIN MAN"_s}
-            << QByteArray("soldier,MyGuy\r\nTinMan,Tin\r\n") << QStringList {guy, tin, {}};
+            << QString() << QByteArray("soldier,MyGuy\r\nTinMan,Tin\r\n")
+            << QStringList {guy, tin, {}};
         QTest::newRow("paths in any case, one model")
             << QByteArray("TinMan,Z\r\n")
             << QStringList {guy + u"|Tin Man"_s, u"/UT/system/OTHER.int|Tin Man"_s}
-            << QByteArray("TinMan,Z,MyGuy,OtherPack\r\n")
+            << QString() << QByteArray("TinMan,Z,MyGuy,OtherPack\r\n")
             << QStringList {guy, u"/UT/system/OTHER.int"_s, {}};
         QTest::newRow("unassigned items keep their places")
             << QByteArray() << QStringList {guy + u"|"_s, tin + u"|Tin Man"_s}
-            << QByteArray("TinMan,Tin\r\n") << QStringList {{}, tin, {}};
+            << QString() << QByteArray("TinMan,Tin\r\n") << QStringList {{}, tin, {}};
         QTest::newRow("listed once") << QByteArray("soldier,MyGuy\r\n")
-                                     << QStringList {guy + u"|Male Soldier"_s}
+                                     << QStringList {guy + u"|Male Soldier"_s} << QString()
                                      << QByteArray("soldier,MyGuy\r\n") << QStringList {guy, {}};
         QTest::newRow("unknown model") << QByteArray("soldier,A\r\n")
-                                       << QStringList {guy + u"|Warlord"_s}
+                                       << QStringList {guy + u"|Warlord"_s} << QString()
                                        << QByteArray("soldier,A\r\n") << QStringList {guy, {}};
         QTest::newRow("nothing assigned") << QByteArray("soldier,A\r\n")
-                                          << QStringList {guy + u"|"_s} << QByteArray()
-                                          << QStringList {{}, {}};
+                                          << QStringList {guy + u"|"_s} << QString()
+                                          << QByteArray() << QStringList {{}, {}};
+        QTest::newRow("a saved pattern changed, nothing assigned")
+            << QByteArray("soldier,A\r\nTinMan,Z\r\n") << QStringList {guy + u"|"_s} << u"Z"_s
+            << QByteArray("soldier,A\r\n") << QStringList {{}, {}};
+        QTest::newRow("a saved pattern changed and a file assigned")
+            << QByteArray("soldier,A\r\nTinMan,Z\r\n") << QStringList {guy + u"|Tin Man"_s}
+            << u"A"_s << QByteArray("TinMan,Z,MyGuy\r\n") << QStringList {guy, {}};
     }
 
     void finishedAssignsFilesToModels()
     {
         QFETCH(QByteArray, before);
         QFETCH(QStringList, items);
+        QFETCH(QString, forgotten);
         QFETCH(QByteArray, after);
         QFETCH(QStringList, reparse);
         QVERIFY(writeTestFile(PatternFilePath(), before));
@@ -150,14 +160,16 @@ private slots:
         QList<PatternAssignment> files;
         for (const QString &item : items)
             files.append({item.section(u'|', 0, 0), item.section(u'|', 1)});
+        QList<SkinPattern> edited = Catalogue().PatternList;
+        ForgetSkinType(edited, forgotten);
 
-        FinishPatterns(files);
+        FinishPatterns(files, edited);
 
         const QByteArray expected = after.isNull() ? before : after;
         QCOMPARE(readTestFile(PatternFilePath()), expected);
         QCOMPARE(crlf(PatternLines(Catalogue().PatternList)), expected);
         QCOMPARE(Catalogue().ReparseFiles, reparse);
-        QCOMPARE(Catalogue().ReparseRequested, !after.isNull());
+        QCOMPARE(Catalogue().ReparseRequested, !reparse.join(QString()).isEmpty());
     }
 
     void aFailedWriteChangesNothing()
@@ -171,7 +183,7 @@ private slots:
         QVERIFY(!Catalogue().ReparseRequested);
     }
 
-    void changesPatternsInTheFile_data()
+    void changesSavedPatterns_data()
     {
         QTest::addColumn<QStringList>("operation");
         QTest::addColumn<QByteArray>("after"); // null: unchanged
@@ -195,22 +207,23 @@ private slots:
                                           << QByteArray();
     }
 
-    void changesPatternsInTheFile()
+    void changesSavedPatterns()
     {
         QFETCH(QStringList, operation);
         QFETCH(QByteArray, after);
         const QByteArray before("soldier,A,B\r\nTinMan,C\r\nfcommando,B\r\n");
-        QVERIFY(writeTestFile(PatternFilePath(), before));
-        LoadPatternList();
+        QList<SkinPattern> patterns =
+            ParsePatternLines(QString::fromLatin1(before).split(u"\r\n"_s));
 
         const QString &what = operation.at(0);
-        const bool changed = what == "forget"_L1 ? ForgetSkinType(operation.at(1))
-                             : what == "drop"_L1 ? ForgetPattern(operation.at(1))
-                                                 : MoveSkinType(operation.at(1), operation.at(2));
+        const QString &skinTypeOrModel = operation.at(1);
+        const bool changed = what == "forget"_L1 ? ForgetSkinType(patterns, skinTypeOrModel)
+                             : what == "drop"_L1 ? ForgetPattern(patterns, skinTypeOrModel)
+                                                 : MoveSkinType(patterns, skinTypeOrModel,
+                                                     operation.at(2));
 
         QCOMPARE(changed, !after.isNull());
-        QCOMPARE(readTestFile(PatternFilePath()), after.isNull() ? before : after);
-        QCOMPARE(crlf(PatternLines(Catalogue().PatternList)), after.isNull() ? before : after);
+        QCOMPARE(crlf(PatternLines(patterns)), after.isNull() ? before : after);
     }
 
     void editorItemsAndMessages()
@@ -222,6 +235,7 @@ private slots:
         prompt.answerNext(MessageAnswer::No);
         prompt.answerNext(MessageAnswer::Yes);
         QVERIFY(!RemovePatternAssignment(file));
+        QCOMPARE(prompt.messages().constFirst().defaultButton, MessageDefault::No);
         QCOMPARE(file.modelDescription, u"Tin Man"_s);
         QVERIFY(RemovePatternAssignment(file));
         QCOMPARE(file.text(), u"C:\\UT - GOTY\\System\\MyGuy.int"_s);

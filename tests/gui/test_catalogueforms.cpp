@@ -19,7 +19,6 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QLabel>
-#include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTemporaryDir>
@@ -67,20 +66,33 @@ bool closedByWindowSystem(QWidget *window)
     return event.isAccepted();
 }
 
-QStringList itemTexts(const QListWidget *list)
+// Each row as one text: folder and name, then " - " and the model if any.
+QStringList itemTexts(const QTreeWidget *list)
 {
     QStringList texts;
-    for (int row = 0; row < list->count(); ++row)
-        texts.append(list->item(row)->text());
+    for (int row = 0; row < list->topLevelItemCount(); ++row) {
+        const QTreeWidgetItem *item = list->topLevelItem(row);
+        const QString model = list->columnCount() == 3 ? item->text(1) : QString();
+        texts.append(item->text(list->columnCount() - 1) + item->text(0)
+            + (model.isEmpty() ? QString() : u" - "_s + model));
+    }
     return texts;
 }
 
-QList<bool> checks(const QListWidget *list)
+QList<bool> checks(const QTreeWidget *list)
 {
     QList<bool> checked;
-    for (int row = 0; row < list->count(); ++row)
-        checked.append(list->item(row)->checkState() == Qt::Checked);
+    for (int row = 0; row < list->topLevelItemCount(); ++row)
+        checked.append(list->topLevelItem(row)->checkState(0) == Qt::Checked);
     return checked;
+}
+
+QList<MessageDefault> defaultButtons(const ScriptedPrompt &prompt)
+{
+    QList<MessageDefault> defaults;
+    for (const Message &message : prompt.messages())
+        defaults.append(message.defaultButton);
+    return defaults;
 }
 
 // Runs one editor step: "set <row> <model>", "setall <model>", "remove <row> yes|no".
@@ -93,8 +105,8 @@ void editorStep(frmPattern &editor, const QString &step)
         editor.cmdSetPattern->click();
         return;
     }
-    editor.lstFiles->setCurrentRow(
-        step.section(u' ', 1, 1).toInt(), QItemSelectionModel::ClearAndSelect);
+    editor.lstFiles->setCurrentItem(editor.lstFiles->topLevelItem(step.section(u' ', 1, 1).toInt()),
+        0, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     if (verb == u"set"_s) {
         editor.cmbModelAssoc->setCurrentText(step.section(u' ', 2));
         QVERIFY(editor.cmdSetPattern->isEnabled());
@@ -169,13 +181,14 @@ private slots:
 
     void closeControl_data();
     void closeControl();
+    void namesAndModelsInView_data();
+    void namesAndModelsInView();
     void checkAllToggles_data();
     void checkAllToggles();
     void continueHandsCheckedFilesOver_data();
     void continueHandsCheckedFilesOver();
-    void saveAndOpenShowsTheSavedList();
-    void helpMessages_data();
-    void helpMessages();
+    void buttonsSayOrOpen_data();
+    void buttonsSayOrOpen();
     void finishedWritesPatterns_data();
     void finishedWritesPatterns();
     void failedFinishedAsksToTryAgain_data();
@@ -215,14 +228,18 @@ void TestCatalogueForms::cleanup()
 void TestCatalogueForms::closeControl_data()
 {
     QTest::addColumn<MakeWindow>("make");
-    QTest::newRow("frmBadFiles") << MakeWindow([] { return new frmBadFiles; });
-    QTest::newRow("frmPattern") << MakeWindow([] { return new frmPattern; });
-    QTest::newRow("dlgNewBoss") << MakeWindow([] { return new dlgNewBoss; });
+    QTest::addColumn<QString>("list"); // where a stray Return must not close it
+    QTest::newRow("frmBadFiles") << MakeWindow([] { return new frmBadFiles; }) << u"lstFileList"_s;
+    QTest::newRow("frmPattern") << MakeWindow([] { return new frmPattern; }) << u"lstFiles"_s;
+    QTest::newRow("dlgNewBoss") << MakeWindow([] { return new dlgNewBoss; }) << QString();
 }
 
 void TestCatalogueForms::closeControl()
 {
     QFETCH(MakeWindow, make);
+    QFETCH(QString, list);
+
+    ContinueToPatternEditor({ guy });
     std::unique_ptr<QWidget> window(make());
     window->show();
     QVERIFY(QTest::qWaitForWindowExposed(window.get()));
@@ -230,12 +247,57 @@ void TestCatalogueForms::closeControl()
     QVERIFY(!closedByWindowSystem(window.get()));
     QTest::keyClick(window.get(), Qt::Key_Escape);
     QVERIFY(window->isVisible());
+    if (list.isEmpty())
+        return;
+    for (Qt::Key key : { Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape })
+        QTest::keyClick(window->findChild<QWidget *>(list), key);
+    QVERIFY(window->isVisible());
+    QCOMPARE(m_prompt->transcript(), QStringList());
+}
+
+void TestCatalogueForms::namesAndModelsInView_data()
+{
+    QTest::addColumn<MakeWindow>("make");
+    QTest::addColumn<QString>("list");
+    const QString path = u"/home/player/.local/share/Steam/steamapps/common/Unreal Tournament "
+                         "Game of the Year Edition/System/SkeletalCharsFix313Skins.int"_s;
+    QTest::newRow("frmBadFiles") << MakeWindow([path] {
+        auto *report = new frmBadFiles;
+        report->setFiles({ path });
+        return report;
+    }) << u"lstFileList"_s;
+    QTest::newRow("frmPattern") << MakeWindow([path] {
+        ContinueToPatternEditor({ path });
+        PatternEditorFiles()[0].modelDescription = u"Female Warrior"_s;
+        return new frmPattern;
+    }) << u"lstFiles"_s;
+}
+
+// At the default size a deep folder gives way, never the file's name, its
+// extension or its model; the full path is the row's tooltip.
+void TestCatalogueForms::namesAndModelsInView()
+{
+    QFETCH(MakeWindow, make);
+    QFETCH(QString, list);
+
+    std::unique_ptr<QWidget> window(make());
+    window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    const auto *files = window->findChild<QTreeWidget *>(list);
+    const QTreeWidgetItem *row = files->topLevelItem(0);
+    QCOMPARE(row->text(0), u"SkeletalCharsFix313Skins.int"_s);
+    QVERIFY(row->toolTip(0).endsWith(u"Edition/System/SkeletalCharsFix313Skins.int"_s));
+    for (int column = 0; column + 1 < files->columnCount(); ++column) {
+        const QRect cell = files->visualRect(files->model()->index(0, column));
+        QVERIFY(files->viewport()->rect().contains(cell));
+        QVERIFY(cell.width() > files->fontMetrics().horizontalAdvance(row->text(column)));
+    }
 }
 
 void TestCatalogueForms::checkAllToggles_data()
 {
     QTest::addColumn<QStringList>("paths");
-    QTest::addColumn<int>("checkedByHand"); // -1: none
+    QTest::addColumn<int>("checkedByHand"); // with the Space key; -1: none
 
     QTest::newRow("three files") << QStringList { guy, tin, zed } << -1;
     QTest::newRow("one checked by hand first") << QStringList { guy, tin, zed } << 1;
@@ -249,8 +311,11 @@ void TestCatalogueForms::checkAllToggles()
 
     frmBadFiles &report = theForm<frmBadFiles>();
     report.setFiles(paths);
-    if (checkedByHand >= 0)
-        report.lstFileList->item(checkedByHand)->setCheckState(Qt::Checked);
+    if (checkedByHand >= 0) {
+        report.lstFileList->setCurrentItem(report.lstFileList->topLevelItem(checkedByHand));
+        QTest::keyClick(report.lstFileList, Qt::Key_Space);
+        QCOMPARE(report.checkedFiles(), QStringList { paths.at(checkedByHand) });
+    }
     QCOMPARE(itemTexts(report.lstFileList), paths);
 
     report.cmdCheckAll->click();
@@ -294,7 +359,7 @@ void TestCatalogueForms::continueHandsCheckedFilesOver()
     whenShown([&] {
         wasShown = report.isVisible();
         for (int row : checkedRows)
-            report.lstFileList->item(row)->setCheckState(Qt::Checked);
+            report.lstFileList->topLevelItem(row)->setCheckState(0, Qt::Checked);
         report.cmdContinue->click();
     });
     report.ShowReport(paths);
@@ -306,53 +371,58 @@ void TestCatalogueForms::continueHandsCheckedFilesOver()
     QCOMPARE(m_prompt->transcript(), QStringList());
 }
 
-void TestCatalogueForms::saveAndOpenShowsTheSavedList()
-{
-    UrlRecorder recorder;
-    QDesktopServices::setUrlHandler(u"file"_s, &recorder, "open");
-    theForm<frmBadFiles>().cmdSaveOpen->click();
-    QDesktopServices::unsetUrlHandler(u"file"_s);
-
-    const QStringList saved = QDir(m_dir->path()).entryList({ u"UnMatched_Files_*.txt"_s });
-    QCOMPARE(saved.size(), 1);
-    QCOMPARE(recorder.opened.size(), 1);
-    QCOMPARE(QDir::cleanPath(recorder.opened.constFirst().toLocalFile()),
-        QDir::cleanPath(m_dir->filePath(saved.constFirst())));
-    QVERIFY(readTestFile(m_dir->filePath(saved.constFirst())).contains(tin.toLatin1()));
-    QCOMPARE(m_prompt->transcript(), QStringList()); // no message box on success
-}
-
-void TestCatalogueForms::helpMessages_data()
+void TestCatalogueForms::buttonsSayOrOpen_data()
 {
     QTest::addColumn<QString>("form");
     QTest::addColumn<QString>("button");
-    QTest::addColumn<QString>("message");
+    QTest::addColumn<QString>("message"); // "title|text", %1 the saved list's path
+    QTest::addColumn<QString>("opened"); // in the program's directory, %1 the saved list
 
-    QTest::newRow("report help") << u"frmBadFiles"_s << u"cmdHelp"_s
-                                 << u"Unassigned|Button Currently Unassigned"_s;
+    QTest::newRow("report help") << u"frmBadFiles"_s << u"cmdHelp"_s << QString()
+                                 << u"help/index.html#unmatched-skins"_s;
     QTest::newRow("save list") << u"frmBadFiles"_s << u"cmdSaveToFile"_s
-                               << u"File Created|File Created"_s;
+                               << u"File Created|File Created:\r\n%1"_s << QString();
+    QTest::newRow("save list and open it")
+        << u"frmBadFiles"_s << u"cmdSaveOpen"_s << QString() << u"%1"_s;
     QTest::newRow("set pattern help")
         << u"frmPattern"_s << u"cmdHelpAddPattern"_s
         << u"This is how to set a pattern...|1. Choose one Skin at a time in the list box.\r\n"
            "2. Choose the Model in the combo box.\r\n3. Click the SET PATTERN button.\r\n"
-           "4. Repeat and then click FINISHED when done."_s;
+           "4. Repeat and then click FINISHED when done."_s
+        << QString();
     QTest::newRow("remove pattern help")
         << u"frmPattern"_s << u"cmdHelpRemovePattern"_s
         << u"This is how to remove a pattern...|1. Choose one Skin at a time in the list box.\r\n"
-           "2. Click the REMOVE PATTERN button.\r\n3. Repeat on each pattern you want to remove."_s;
+           "2. Click the REMOVE PATTERN button.\r\n3. Repeat on each pattern you want to remove."_s
+        << QString();
 }
 
-void TestCatalogueForms::helpMessages()
+void TestCatalogueForms::buttonsSayOrOpen()
 {
     QFETCH(QString, form);
     QFETCH(QString, button);
     QFETCH(QString, message);
+    QFETCH(QString, opened);
 
     QWidget *window = form == u"frmBadFiles"_s ? static_cast<QWidget *>(&theForm<frmBadFiles>())
                                                : &theForm<frmPattern>();
+    UrlRecorder recorder;
+    QDesktopServices::setUrlHandler(u"file"_s, &recorder, "open");
     window->findChild<QPushButton *>(button)->click();
-    QCOMPARE(m_prompt->transcript(), QStringList { message });
+    QDesktopServices::unsetUrlHandler(u"file"_s);
+
+    const QStringList saved = QDir(m_dir->path()).entryList({ u"UnMatched_Files_*.txt"_s });
+    const QString savedPath = saved.isEmpty() ? QString() : ProgramDir() + saved.constFirst();
+    QCOMPARE(m_prompt->transcript(),
+        message.isEmpty() ? QStringList() : QStringList { message.arg(savedPath) });
+    QStringList urls;
+    for (const QUrl &url : std::as_const(recorder.opened))
+        urls.append(QDir::cleanPath(url.toLocalFile())
+            + (url.hasFragment() ? u'#' + url.fragment() : QString()));
+    QCOMPARE(urls,
+        opened.isEmpty() ? QStringList()
+                         : QStringList { QDir::cleanPath(
+                             opened == u"%1"_s ? savedPath : m_dir->filePath(opened)) });
 }
 
 void TestCatalogueForms::finishedWritesPatterns_data()
@@ -423,6 +493,7 @@ void TestCatalogueForms::finishedWritesPatterns()
     QCOMPARE(Catalogue().ReparseFiles, reparse);
     QCOMPARE(Catalogue().ReparseRequested, !after.isNull());
     QCOMPARE(m_prompt->transcript(), QStringList(questions, u"Remove Pattern|Are you sure?"_s));
+    QCOMPARE(defaultButtons(*m_prompt), QList<MessageDefault>(questions, MessageDefault::No));
 }
 
 void TestCatalogueForms::failedFinishedAsksToTryAgain_data()
@@ -451,7 +522,7 @@ void TestCatalogueForms::failedFinishedAsksToTryAgain()
     const Message asked = m_prompt->messages().constFirst();
     QCOMPARE(asked.title, u"pattern.ini"_s);
     QVERIFY(asked.text.startsWith(u"The skin pattern file could not be written:\r\n"_s));
-    QVERIFY(asked.text.endsWith(u"\r\n\r\nTry again? (No goes on without the new patterns.)"_s));
+    QVERIFY(asked.text.endsWith(u"\r\n\r\nTry again? (No goes on with pattern.ini as it was.)"_s));
     QCOMPARE(asked.buttons, MessageButtons::YesNo);
 }
 
@@ -484,7 +555,7 @@ void TestCatalogueForms::modelChoicesSkipFreeSlots()
         shown.append(editor.cmbModelAssoc->itemText(i));
     QCOMPARE(shown, choices);
     QCOMPARE(editor.cmbModelAssoc->currentIndex(), 0);
-    QCOMPARE(editor.lstFiles->currentRow(), 0);
+    QCOMPARE(editor.lstFiles->currentItem(), editor.lstFiles->topLevelItem(0));
     QCOMPARE(editor.cmdSetPattern->isEnabled(), canSet);
 }
 
@@ -542,10 +613,14 @@ void TestCatalogueForms::savedPatternsChange()
         editor.cmdDeletePattern->click();
     }
 
-    QCOMPARE(readTestFile(PatternFilePath()), after);
     QCOMPARE(treeLines(editor.tvwPatterns),
         QString::fromLatin1(after).split(u"\r\n"_s, Qt::SkipEmptyParts));
     QCOMPARE(m_prompt->transcript(), messages);
+    QCOMPARE(defaultButtons(*m_prompt), QList<MessageDefault>(messages.size(), MessageDefault::No));
+    // Saved, like the new patterns, by Finished.
+    QCOMPARE(readTestFile(PatternFilePath()), QByteArray("commando,MyGuy,Tin\r\nboss,Zed\r\n"));
+    editor.cmdFinished->click();
+    QCOMPARE(readTestFile(PatternFilePath()), after);
     QVERIFY(!Catalogue().ReparseRequested);
 }
 
@@ -556,7 +631,7 @@ void TestCatalogueForms::scanFormsRunReportThenEditor()
     whenShown([] {
         frmBadFiles &report = theForm<frmBadFiles>();
         report.cmdCheckAll->click();
-        report.lstFileList->item(1)->setCheckState(Qt::Unchecked);
+        report.lstFileList->topLevelItem(1)->setCheckState(0, Qt::Unchecked);
         report.cmdContinue->click();
     });
     forms.showUnmatchedReport({ guy, tin, zed });
@@ -610,6 +685,7 @@ void TestCatalogueForms::bossDialogShowsAndWritesTheMode()
     QCOMPARE(dialog.findChildren<QRadioButton *>(u"optChoice"_s), dialog.optChoice);
     for (int i = 0; i < 3; ++i)
         QCOMPARE(dialog.optChoice.at(i)->isChecked(), i == shownOption);
+    QCOMPARE(dialog.focusWidget(), dialog.optChoice.at(shownOption));
 
     dialog.optChoice.at(chosenOption)->click();
     dialog.OKButton->click();

@@ -16,10 +16,12 @@
 #include <QComboBox>
 #include <QDir>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QSet>
 #include <QSignalSpy>
 #include <QSlider>
 #include <QTemporaryDir>
@@ -131,6 +133,8 @@ private slots:
 
     void preparedWhileHiddenThenEnabled();
     void menuBar();
+    void layout_data();
+    void layout();
     void slotDisplay_data();
     void slotDisplay();
     void switchingSlots_data();
@@ -230,6 +234,40 @@ void TestFrmBots::menuBar()
     QCOMPARE(entries(form->mnuHelp),
         QStringList({ "mnuHelpWebsite=Website", "mnuHelpSupportSite=Support Site",
             "mnuHelpHelp=&Help", "-", "mnuHelpAbout=About..." }));
+}
+
+void TestFrmBots::layout_data()
+{
+    QTest::addColumn<QSize>("growth");
+    QTest::newRow("default size") << QSize();
+    QTest::newRow("enlarged") << QSize(300, 400);
+}
+
+// One column of captions; the list-wide row and the open file stay right
+// under the fields, and nothing is squeezed against the right edge.
+void TestFrmBots::layout()
+{
+    QFETCH(QSize, growth);
+
+    form->show();
+    QVERIFY(QTest::qWaitForWindowExposed(form));
+    const auto top = [this](const QWidget *w) { return w->mapTo(form, QPoint()).y(); };
+    const int fieldsToFile = top(form->lblCurrentFile) - top(form->chkJumpy);
+    form->resize(form->size() + growth);
+    form->centralWidget()->layout()->activate();
+
+    QCOMPARE(top(form->lblCurrentFile) - top(form->chkJumpy), fieldsToFile);
+    QCOMPARE(top(form->cmdDescr), top(form->cmbDifficulty));
+    QCOMPARE(top(form->lblSaved), top(form->lblCurrentFile));
+    QSet<int> captionEnds;
+    for (const QLabel *caption :
+        { form->lblBot, form->lblJumpyBehavior, form->lblDifficulty, form->lblConfig })
+        captionEnds.insert(caption->mapTo(form, QPoint(caption->width(), 0)).x());
+    QCOMPARE(captionEnds.size(), 1);
+    const int margin = form->centralWidget()->layout()->contentsMargins().right();
+    QVERIFY(form->cmdDescr->mapTo(form, QPoint(form->cmdDescr->width(), 0)).x()
+        <= form->width() - margin);
+    QVERIFY(form->cmdDescr->width() >= form->cmdDescr->sizeHint().width());
 }
 
 void TestFrmBots::slotDisplay_data()

@@ -13,11 +13,11 @@
 #include <QComboBox>
 #include <QDir>
 #include <QLabel>
-#include <QListWidget>
 #include <QPushButton>
 #include <QSet>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTreeWidget>
 
 #include <functional>
 
@@ -37,8 +37,8 @@ QWidget *report()
 {
     auto *form = new frmBadFiles;
     form->setFiles(unmatched);
-    form->lstFileList->item(0)->setCheckState(Qt::Checked);
-    form->lstFileList->item(2)->setCheckState(Qt::Checked);
+    form->lstFileList->topLevelItem(0)->setCheckState(0, Qt::Checked);
+    form->lstFileList->topLevelItem(2)->setCheckState(0, Qt::Checked);
     return form;
 }
 
@@ -47,7 +47,7 @@ QWidget *patternEditor()
     ContinueToPatternEditor(unmatched.mid(0, 3));
     PatternEditorFiles()[0].modelDescription = "Male Commando";
     auto *form = new frmPattern;
-    form->lstFiles->setCurrentRow(1);
+    form->lstFiles->setCurrentItem(form->lstFiles->topLevelItem(1));
     form->cmbModelAssoc->setCurrentText("Female Warrior");
     return form;
 }

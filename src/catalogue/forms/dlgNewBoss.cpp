@@ -99,7 +99,9 @@ void dlgNewBoss::readMode()
         BossMode = 2;
     }
     lblBossChoice->setText(BossChoiceText(BossMode));
-    optChoice.at(BossChoiceOfMode(BossMode))->setChecked(true);
+    QRadioButton *current = optChoice.at(BossChoiceOfMode(BossMode));
+    current->setChecked(true);
+    current->setFocus();
 }
 
 void dlgNewBoss::showEvent(QShowEvent *event)

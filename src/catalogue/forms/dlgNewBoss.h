@@ -33,7 +33,8 @@ public:
     // written (unchanged when the user gave up on a failed write).
     short BossMode = 2;
 
-    // Reads the package's mode and shows it; every showing does.
+    // Reads the package's mode and shows it, with the focus on its choice;
+    // every showing does.
     void readMode();
 
 protected:

@@ -1,6 +1,7 @@
 #include "frmBadFiles.h"
 
 #include "frmPattern.h"
+#include "skinfilelist.h"
 
 #include "catalogue/unmatchedlist.h"
 #include "configfiles/forms/formregistry.h"
@@ -10,8 +11,8 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QListWidget>
 #include <QPushButton>
+#include <QTreeWidget>
 #include <QVBoxLayout>
 
 namespace {
@@ -37,7 +38,7 @@ frmBadFiles::frmBadFiles(QWidget *parent)
           "pattern for then click Continue.",
           this))
     , lblListHeader(new QLabel("PATH", this))
-    , lstFileList(new QListWidget(this))
+    , lstFileList(skinFileList(this, "lstFileList", { "File", "Folder" }))
     , cmdCheckAll(namedButton(this, "cmdCheckAll", CheckAllCaption))
     , cmdSaveToFile(namedButton(this, "cmdSaveToFile", "Save List to File"))
     , cmdSaveOpen(namedButton(this, "cmdSaveOpen", "Save List to File and Open It"))
@@ -52,13 +53,7 @@ frmBadFiles::frmBadFiles(QWidget *parent)
     QFont header = lblListHeader->font();
     header.setBold(true);
     lblListHeader->setFont(header);
-    lstFileList->setObjectName("lstFileList");
-    lstFileList->setFont(QFont(QStringLiteral("Arial")));
-    lstFileList->setAlternatingRowColors(true);
-    lstFileList->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     lblListHeader->setBuddy(lstFileList);
-    cmdContinue->setDefault(true);
-    cmdContinue->setAutoDefault(true);
 
     auto *listButtons = new QVBoxLayout;
     listButtons->addWidget(cmdCheckAll);
@@ -96,9 +91,10 @@ void frmBadFiles::setFiles(const QStringList &paths)
 {
     lstFileList->clear();
     for (const QString &path : paths) {
-        auto *item = new QListWidgetItem(path, lstFileList);
-        item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
-        item->setCheckState(Qt::Unchecked);
+        QTreeWidgetItem *item = addSkinFile(lstFileList, path);
+        item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable
+            | Qt::ItemNeverHasChildren);
+        item->setCheckState(0, Qt::Unchecked);
     }
     cmdCheckAll->setText(CheckAllCaption);
 }
@@ -106,10 +102,10 @@ void frmBadFiles::setFiles(const QStringList &paths)
 QStringList frmBadFiles::checkedFiles() const
 {
     QStringList paths;
-    for (int row = 0; row < lstFileList->count(); ++row) {
-        const QListWidgetItem *item = lstFileList->item(row);
-        if (item->checkState() == Qt::Checked)
-            paths.append(item->text());
+    for (int row = 0; row < lstFileList->topLevelItemCount(); ++row) {
+        const QTreeWidgetItem *item = lstFileList->topLevelItem(row);
+        if (item->checkState(0) == Qt::Checked)
+            paths.append(skinFilePath(item));
     }
     return paths;
 }
@@ -123,8 +119,8 @@ void frmBadFiles::ShowReport(const QStringList &paths)
 void frmBadFiles::cmdCheckAll_Click()
 {
     const bool check = cmdCheckAll->text() == CheckAllCaption;
-    for (int row = 0; row < lstFileList->count(); ++row)
-        lstFileList->item(row)->setCheckState(check ? Qt::Checked : Qt::Unchecked);
+    for (int row = 0; row < lstFileList->topLevelItemCount(); ++row)
+        lstFileList->topLevelItem(row)->setCheckState(0, check ? Qt::Checked : Qt::Unchecked);
     cmdCheckAll->setText(check ? UncheckAllCaption : CheckAllCaption);
 }
 
@@ -149,5 +145,5 @@ void frmBadFiles::cmdContinue_Click()
 
 void frmBadFiles::cmdHelp_Click()
 {
-    showMessage(QStringLiteral("Unassigned"), QStringLiteral("Button Currently Unassigned"));
+    OpenUserGuide(QStringLiteral("unmatched-skins"));
 }

@@ -4,12 +4,13 @@
 #include <QStringList>
 
 class QLabel;
-class QListWidget;
 class QPushButton;
+class QTreeWidget;
 
 // Lists the skin files the scan could not match to a model, saves the list
 // for the user, and hands the checked files to the pattern editor. Shown at
-// every scan, also with an empty list; it closes only through Continue.
+// every scan, also with an empty list; it closes only through Continue, which
+// no stray Return or Escape presses.
 class frmBadFiles : public QDialog
 {
     Q_OBJECT
@@ -19,7 +20,8 @@ public:
 
     QLabel *lblExplained;
     QLabel *lblListHeader;
-    QListWidget *lstFileList;
+    // One row per file: its name, then its folder.
+    QTreeWidget *lstFileList;
     QPushButton *cmdCheckAll;
     QPushButton *cmdSaveToFile;
     QPushButton *cmdSaveOpen;

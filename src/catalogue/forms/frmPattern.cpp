@@ -1,18 +1,17 @@
 #include "frmPattern.h"
 
-#include "catalogue/modelcatalogue.h"
+#include "skinfilelist.h"
+
 #include "catalogue/patternfile.h"
 #include "configfiles/forms/windowtools.h"
 #include "configfiles/prompt.h"
 #include "configfiles/runerror.h"
 
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
-#include <QListWidget>
 #include <QPushButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -21,6 +20,9 @@ namespace {
 
 const QString crlf = QStringLiteral("\r\n");
 const QString PatternFileTitle = QStringLiteral("pattern.ini");
+
+// The file list's columns are the file's name, its model and its folder.
+constexpr int ModelColumn = 1;
 
 QPushButton *namedButton(QWidget *parent, const char *name, const QString &caption)
 {
@@ -61,7 +63,7 @@ bool isSkinTypeItem(const QTreeWidgetItem *item)
 frmPattern::frmPattern(QWidget *parent)
     : QDialog(parent)
     , Label1(wrappedLabel(this, "Label1", "1. Select files to associate to the Model:"))
-    , lstFiles(new QListWidget(this))
+    , lstFiles(skinFileList(this, "lstFiles", { "File", "Model", "Folder" }))
     , lblStep1(
           wrappedLabel(this, "lblStep1", "2. Choose the Model to associate the Skin file too:"))
     , cmbModelAssoc(new QComboBox(this))
@@ -74,16 +76,14 @@ frmPattern::frmPattern(QWidget *parent)
     , fraSavedPatterns(new QGroupBox("Patterns in pattern.ini", this))
     , tvwPatterns(new QTreeWidget(this))
     , lblSavedNote(wrappedLabel(this, "lblSavedNote",
-          "Changes here are written at once; skins already sorted move at the next start."))
+          "Changes here are saved with the new patterns when you click Finished; skins "
+          "already sorted move at the next start."))
     , cmdMoveSkinType(namedButton(this, "cmdMoveSkinType", "Move to Chosen Model"))
     , cmdDeletePattern(namedButton(this, "cmdDeletePattern", "Delete"))
 {
     setObjectName("frmPattern");
     setWindowTitle("Create/Add Pattern to the Pattern File");
-    lstFiles->setObjectName("lstFiles");
-    lstFiles->setFont(QFont(QStringLiteral("Arial")));
     lstFiles->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    lstFiles->setAlternatingRowColors(true);
     Label1->setBuddy(lstFiles);
     cmbModelAssoc->setObjectName("cmbModelAssoc");
     lblStep1->setBuddy(cmbModelAssoc);
@@ -96,8 +96,7 @@ frmPattern::frmPattern(QWidget *parent)
     lblSavedNote->setEnabled(false);
     cmdMoveSkinType->setToolTip("Moves the selected skin type to the model chosen in step 2.");
     cmdDeletePattern->setToolTip("Deletes the selected pattern or skin type from pattern.ini.");
-    cmdFinished->setDefault(true);
-    cmdFinished->setAutoDefault(true);
+    cmdFinished->setToolTip("Saves the patterns to pattern.ini and goes on.");
 
     auto *modelRow = new QHBoxLayout;
     modelRow->addWidget(cmbModelAssoc, 1);
@@ -131,12 +130,13 @@ frmPattern::frmPattern(QWidget *parent)
     columns->addLayout(assigning, 3);
     columns->addLayout(patterns, 2);
 
-    auto *buttons = new QDialogButtonBox(this);
-    buttons->addButton(cmdFinished, QDialogButtonBox::AcceptRole);
+    auto *buttons = new QHBoxLayout;
+    buttons->addStretch(1);
+    buttons->addWidget(cmdFinished);
 
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(columns, 1);
-    layout->addWidget(buttons);
+    layout->addLayout(buttons);
 
     connect(cmdSetPattern, &QPushButton::clicked, this, &frmPattern::cmdSetPattern_Click);
     connect(cmdRemovePattern, &QPushButton::clicked, this, &frmPattern::cmdRemovePattern_Click);
@@ -145,7 +145,7 @@ frmPattern::frmPattern(QWidget *parent)
     connect(cmdHelpRemovePattern, &QPushButton::clicked, this, [] { ShowRemovePatternHelp(); });
     connect(cmdMoveSkinType, &QPushButton::clicked, this, &frmPattern::cmdMoveSkinType_Click);
     connect(cmdDeletePattern, &QPushButton::clicked, this, &frmPattern::cmdDeletePattern_Click);
-    connect(lstFiles, &QListWidget::itemSelectionChanged, this, &frmPattern::updateButtons);
+    connect(lstFiles, &QTreeWidget::itemSelectionChanged, this, &frmPattern::updateButtons);
     connect(tvwPatterns, &QTreeWidget::itemSelectionChanged, this, &frmPattern::updateButtons);
     connect(cmbModelAssoc, &QComboBox::currentIndexChanged, this, &frmPattern::updateButtons);
 
@@ -159,10 +159,14 @@ void frmPattern::loadFiles()
 {
     fillModels();
     lstFiles->clear();
-    for (const PatternAssignment &file : std::as_const(PatternEditorFiles()))
-        lstFiles->addItem(file.text());
-    if (lstFiles->count() > 0)
-        lstFiles->setCurrentRow(0);
+    const QList<PatternAssignment> &files = PatternEditorFiles();
+    for (int row = 0; row < files.size(); ++row) {
+        addSkinFile(lstFiles, files.at(row).path);
+        showAssignment(row);
+    }
+    if (!files.isEmpty())
+        lstFiles->setCurrentItem(lstFiles->topLevelItem(0));
+    m_patterns = Catalogue().PatternList;
     showSavedPatterns();
     updateButtons();
 }
@@ -192,7 +196,7 @@ void frmPattern::fillModels()
 void frmPattern::showSavedPatterns()
 {
     tvwPatterns->clear();
-    for (const SkinPattern &pattern : std::as_const(Catalogue().PatternList)) {
+    for (const SkinPattern &pattern : std::as_const(m_patterns)) {
         if (pattern.Model.isEmpty())
             continue;
         const QString description = describedModel(pattern.Model);
@@ -226,12 +230,18 @@ void frmPattern::updateButtons()
     cmdDeletePattern->setEnabled(savedSelected);
 }
 
+void frmPattern::showAssignment(int row)
+{
+    lstFiles->topLevelItem(row)->setText(
+        ModelColumn, PatternEditorFiles().at(row).modelDescription);
+}
+
 QList<int> frmPattern::selectedRows() const
 {
     QList<int> rows;
     const qsizetype files = PatternEditorFiles().size();
-    for (int row = 0; row < lstFiles->count() && row < files; ++row) {
-        if (lstFiles->item(row)->isSelected())
+    for (int row = 0; row < lstFiles->topLevelItemCount() && row < files; ++row) {
+        if (lstFiles->topLevelItem(row)->isSelected())
             rows.append(row);
     }
     return rows;
@@ -251,7 +261,7 @@ void frmPattern::cmdSetPattern_Click()
     QList<PatternAssignment> &files = PatternEditorFiles();
     for (int row : selectedRows()) {
         files[row].modelDescription = cmbModelAssoc->currentText();
-        lstFiles->item(row)->setText(files.at(row).text());
+        showAssignment(row);
     }
     updateButtons();
 }
@@ -269,7 +279,7 @@ void frmPattern::cmdRemovePattern_Click()
         return;
     for (int row : std::as_const(assigned)) {
         files[row].modelDescription.clear();
-        lstFiles->item(row)->setText(files.at(row).text());
+        showAssignment(row);
     }
     updateButtons();
 }
@@ -277,13 +287,13 @@ void frmPattern::cmdRemovePattern_Click()
 void frmPattern::cmdFinished_Click()
 {
     try {
-        FinishPatterns(PatternEditorFiles());
+        FinishPatterns(PatternEditorFiles(), m_patterns);
     } catch (const RunError &error) {
         // The user may free the file and try again, or go on without the
-        // new patterns; either way the start-up must be able to continue.
+        // changes; either way the start-up must be able to continue.
         if (showMessage(PatternFileTitle,
                 writeFailure(error) + crlf + crlf
-                    + QStringLiteral("Try again? (No goes on without the new patterns.)"),
+                    + QStringLiteral("Try again? (No goes on with pattern.ini as it was.)"),
                 MessageButtons::YesNo, MessageIcon::Exclamation)
             == MessageAnswer::Yes)
             return;
@@ -298,13 +308,7 @@ void frmPattern::cmdMoveSkinType_Click()
     if (!isSkinTypeItem(item) || slot < 0)
         return;
     const QString skinType = item->data(0, PatternRole).toString();
-    const QString model = Catalogue().MISCCLASSES.at(slot).SkinType;
-    try {
-        MoveSkinType(skinType, model);
-    } catch (const RunError &error) {
-        showMessage(
-            PatternFileTitle, writeFailure(error), MessageButtons::Ok, MessageIcon::Exclamation);
-    }
+    MoveSkinType(m_patterns, skinType, Catalogue().MISCCLASSES.at(slot).SkinType);
     showSavedPatterns();
     updateButtons();
 }
@@ -321,19 +325,14 @@ void frmPattern::cmdDeletePattern_Click()
         : QStringLiteral("Delete the pattern of the model %1 with all its skin types from "
                          "pattern.ini?")
               .arg(key);
-    if (showMessage(QStringLiteral("Delete Pattern"), question, MessageButtons::YesNo,
-            MessageIcon::Question)
+    if (showMessage({ QStringLiteral("Delete Pattern"), question, MessageButtons::YesNo,
+            MessageIcon::Question, MessageDefault::No })
         != MessageAnswer::Yes)
         return;
-    try {
-        if (skinType)
-            ForgetSkinType(key);
-        else
-            ForgetPattern(key);
-    } catch (const RunError &error) {
-        showMessage(
-            PatternFileTitle, writeFailure(error), MessageButtons::Ok, MessageIcon::Exclamation);
-    }
+    if (skinType)
+        ForgetSkinType(m_patterns, key);
+    else
+        ForgetPattern(m_patterns, key);
     showSavedPatterns();
     updateButtons();
 }

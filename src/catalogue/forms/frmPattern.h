@@ -1,18 +1,20 @@
 #pragma once
 
+#include "catalogue/modelcatalogue.h"
+
 #include <QDialog>
 
 class QComboBox;
 class QGroupBox;
 class QLabel;
-class QListWidget;
 class QPushButton;
 class QTreeWidget;
 
-// Assigns the files the unmatched report handed over to models; Finished
-// turns the assignments into patterns, writes pattern.ini and asks the scan
-// to parse the assigned files again. The patterns already saved can be
-// changed or deleted here too. Closes only through Finished.
+// Assigns the files the unmatched report handed over to models; the
+// patterns already saved can be changed or deleted here too. Finished turns
+// the assignments into patterns, writes pattern.ini with every change made
+// here and asks the scan to parse the assigned files again. Closes only
+// through Finished, which no stray Return or Escape presses.
 class frmPattern : public QDialog
 {
     Q_OBJECT
@@ -21,7 +23,8 @@ public:
     explicit frmPattern(QWidget *parent = nullptr);
 
     QLabel *Label1;
-    QListWidget *lstFiles;
+    // One row per file: its name, the model assigned to it, its folder.
+    QTreeWidget *lstFiles;
     QLabel *lblStep1;
     QComboBox *cmbModelAssoc;
     QPushButton *cmdSetPattern;
@@ -40,7 +43,7 @@ public:
     QPushButton *cmdDeletePattern;
 
     // Shows PatternEditorFiles(), the catalogue's models and the saved
-    // patterns afresh.
+    // patterns afresh, dropping changes not finished.
     void loadFiles();
     // loadFiles(), then modal until Finished.
     void ShowEditor();
@@ -55,7 +58,11 @@ private:
     void fillModels();
     void showSavedPatterns();
     void updateButtons();
+    void showAssignment(int row);
     QList<int> selectedRows() const;
     // The MISCCLASSES slot of the model chosen in the list, or -1.
     int chosenModel() const;
+
+    // The saved patterns as changed here, written by Finished.
+    QList<SkinPattern> m_patterns;
 };

@@ -27,7 +27,6 @@
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <QSlider>
-#include <QStatusBar>
 #include <QVBoxLayout>
 
 #include <tuple>
@@ -259,8 +258,9 @@ void frmBots::layoutControls()
     header->addStretch(1);
     header->addWidget(imgPartnerLogo);
 
-    // Who the bot is, on the left.
-    auto *identity = new QGridLayout;
+    // One column of captions for the whole window: who the bot is beside
+    // them on the left, then the list-wide values and the open document.
+    auto *fields = new QGridLayout;
     int row = 0;
     for (auto [caption, field] : std::initializer_list<std::pair<QLabel *, QWidget *>> {
              { lblBot, cmbBot }, { lblName, txtName }, { lblColor, cmbColor },
@@ -268,12 +268,11 @@ void frmBots::layoutControls()
              { lblVoice, cmbVoice }, { lblCombatStyle, cmbCombatStyle }, { lblFavWep, cmbFavWep },
              { lblJumpyBehavior, chkJumpy } }) {
         caption->setBuddy(field);
-        identity->addWidget(caption, row, 0, Qt::AlignRight | Qt::AlignVCenter);
-        identity->addWidget(field, row, 1);
+        fields->addWidget(caption, row, 0, Qt::AlignRight | Qt::AlignVCenter);
+        fields->addWidget(field, row, 1);
         ++row;
     }
-    identity->setColumnStretch(1, 1);
-    identity->setRowStretch(row, 1);
+    const int slotRows = row;
 
     // How it plays, on the right: slider, value and range per skill.
     auto *skills = new QGridLayout;
@@ -297,45 +296,43 @@ void frmBots::layoutControls()
     skills->setColumnMinimumWidth(
         3, fontMetrics().horizontalAdvance("-1.00 to 1.00  Inc: 0.05") + 12);
     skills->setRowStretch(row, 1);
-
-    auto *slotArea = new QHBoxLayout;
-    slotArea->addLayout(identity, 1);
-    slotArea->addSpacing(24);
-    slotArea->addLayout(skills, 1);
+    fields->addLayout(skills, 0, 3, slotRows, 1);
+    fields->setColumnMinimumWidth(2, 24);
+    fields->setColumnStretch(1, 1);
+    fields->setColumnStretch(3, 1);
+    fields->setRowMinimumHeight(slotRows, 8);
 
     // The list-wide values.
     auto *listWide = new QHBoxLayout;
     lblDifficulty->setBuddy(cmbDifficulty);
-    listWide->addWidget(lblDifficulty);
     listWide->addWidget(cmbDifficulty);
     listWide->addSpacing(16);
     listWide->addWidget(chkAdjustSkill);
     listWide->addWidget(chkRandomOrder);
     listWide->addStretch(1);
     listWide->addWidget(cmdDescr);
-
-    auto *root = new QVBoxLayout(centralWidget());
-    root->addLayout(header);
-    root->addWidget(Line1);
-    root->addLayout(slotArea, 1);
-    root->addSpacing(8);
-    root->addLayout(listWide);
+    fields->addWidget(lblDifficulty, slotRows + 1, 0, Qt::AlignRight | Qt::AlignVCenter);
+    fields->addLayout(listWide, slotRows + 1, 1, 1, 3);
 
     // The open document and its state; both pictures share one spot, the
     // saved one on top while both are shown.
-    auto *stateSymbol = new QWidget(this);
-    auto *stack = new QGridLayout(stateSymbol);
-    stack->setContentsMargins(0, 0, 0, 0);
-    stack->addWidget(imgNotSaved, 0, 0, Qt::AlignCenter);
-    stack->addWidget(imgSaved, 0, 0, Qt::AlignCenter);
-    auto *state = new QWidget(this);
-    auto *stateRow = new QHBoxLayout(state);
-    stateRow->setContentsMargins(0, 0, 0, 0);
-    stateRow->addWidget(stateSymbol);
-    stateRow->addWidget(lblSaved);
-    statusBar()->addWidget(lblConfig);
-    statusBar()->addWidget(lblCurrentFile, 1);
-    statusBar()->addPermanentWidget(state);
+    auto *stateSymbol = new QGridLayout;
+    stateSymbol->addWidget(imgNotSaved, 0, 0, Qt::AlignCenter);
+    stateSymbol->addWidget(imgSaved, 0, 0, Qt::AlignCenter);
+    auto *document = new QHBoxLayout;
+    document->addWidget(lblCurrentFile, 1);
+    document->addLayout(stateSymbol);
+    document->addWidget(lblSaved);
+    fields->addWidget(lblConfig, slotRows + 2, 0, Qt::AlignRight | Qt::AlignVCenter);
+    fields->addLayout(document, slotRows + 2, 1, 1, 3);
+
+    // A larger window gives the fields no more room than they need; the
+    // space goes below them, so that nothing drifts away from its group.
+    auto *root = new QVBoxLayout(centralWidget());
+    root->addLayout(header);
+    root->addWidget(Line1);
+    root->addLayout(fields);
+    root->addStretch(1);
 }
 
 void frmBots::connectHandlers()
