@@ -98,7 +98,7 @@ short ReadBossMode(const QString &gameDir)
     const TextDocument document = TextDocument::load(path);
     bool plain = false;
     bool maleVoices = false;
-    for (const TextDocument::Line &line : document.lines()) {
+    for (qsizetype line = 0; line < document.lineCount(); ++line) {
         letEventLoopRun();
         // Trailing spaces would hide the description; a rewrite drops them.
         const QString text = withoutTrailingSpaces(document.text(line));
@@ -117,13 +117,13 @@ void SetBossMode(short mode, const QString &gameDir)
 {
     const QString path = BossPackagePath(gameDir);
     TextDocument document = TextDocument::load(path);
-    for (TextDocument::Line &line : document.lines()) {
+    for (qsizetype line = 0; line < document.lineCount(); ++line) {
         letEventLoopRun();
         const QString text = document.text(line);
         const QString switched = switchedLine(text, mode);
         // Lines the mode does not change keep their bytes as they are.
         if (switched != text)
-            line.content = document.makeLine(switched).content;
+            document.setContent(line, document.makeLine(switched).content);
     }
     writeFileAtomically(path, document.toBytes());
 }

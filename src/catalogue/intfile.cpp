@@ -7,25 +7,37 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <vector>
 
 namespace {
 
-// Windows-1252 differs from Latin-1 only in 0x80 to 0x9F; most files have
-// none of those, and Latin-1 decodes much faster.
-bool decodesAsLatin1(QByteArrayView bytes)
-{
-    return std::none_of(bytes.begin(), bytes.end(), [](char byte) {
-        const auto value = static_cast<unsigned char>(byte);
-        return value >= 0x80 && value <= 0x9F;
-    });
-}
-
 IntFileCache *activeCache = nullptr;
 
-QByteArray readBytes(const QString &path)
+QByteArray readBytes(const QString &path, qint64 maxBytes)
 {
     const QByteArray kept = IntFileCache::find(path);
-    return kept.isNull() ? readFileBytes(path) : kept;
+    return kept.isNull() ? readFileBytes(path, maxBytes) : kept;
+}
+
+// Knuth, Morris and Pratt's search, linear however the word and the text
+// repeat themselves.
+qsizetype findRepetitiveWord(QStringView text, QStringView word, qsizetype from)
+{
+    std::vector<qsizetype> border(size_t(word.size()), 0);
+    for (qsizetype i = 1, matched = 0; i < word.size(); ++i) {
+        while (matched > 0 && word[i] != word[matched])
+            matched = border[size_t(matched - 1)];
+        if (word[i] == word[matched])
+            ++matched;
+        border[size_t(i)] = matched;
+    }
+    for (qsizetype i = from, matched = 0; i < text.size(); ++i) {
+        while (matched > 0 && text[i] != word[matched])
+            matched = border[size_t(matched - 1)];
+        if (text[i] == word[matched] && ++matched == word.size())
+            return i + 1 - matched;
+    }
+    return -1;
 }
 
 // Letters by how rarely they occur in the lines of an .int file, rarest
@@ -115,8 +127,6 @@ QString decodeIntText(QByteArrayView bytes)
         return QStringDecoder(QStringConverter::Utf16LE).decode(bytes.sliced(2));
     if (bytes.startsWith("\xEF\xBB\xBF"))
         return QStringDecoder(QStringConverter::Utf8).decode(bytes.sliced(3));
-    if (decodesAsLatin1(bytes))
-        return QString::fromLatin1(bytes);
     return decodeAnsi(bytes);
 }
 
@@ -131,24 +141,20 @@ QStringList decodeIntLines(QByteArrayView bytes)
 
 QString ReadIntText(const QString &path)
 {
-    return decodeIntText(readBytes(path));
+    return decodeIntText(readBytes(path, MaxGameFileBytes));
 }
 
 QStringList ReadIntFile(const QString &path)
 {
-    return decodeIntLines(readBytes(path));
+    return decodeIntLines(readBytes(path, MaxProgramFileBytes));
 }
 
 QStringView IntLines::next()
 {
-    qsizetype end = m_text.indexOf(QLatin1Char('\n'), m_pos);
-    const qsizetype next = end < 0 ? m_text.size() : end + 1;
-    if (end < 0)
-        end = m_text.size();
-    if (end > m_pos && m_text.at(end - 1) == QLatin1Char('\r'))
-        --end;
-    const QStringView line = m_text.sliced(m_pos, end - m_pos);
-    m_pos = next;
+    const auto unitAt = [this](qsizetype i) { return m_text[i].unicode(); };
+    const LineBreak lineBreak = findLineBreak(m_text.size(), m_pos, unitAt);
+    const QStringView line = m_text.sliced(m_pos, lineBreak.end - m_pos);
+    m_pos = lineBreak.next;
     return line;
 }
 
@@ -181,6 +187,12 @@ qsizetype findWord(QStringView text, QStringView word, qsizetype from)
 {
     if (word.isEmpty())
         return from <= text.size() ? from : -1;
+    if (text.size() - from < word.size())
+        return -1;
+    // The anchor search compares the word at each of the letter's places,
+    // which for a long word can come close to its length times the text's.
+    if (word.size() > 32)
+        return findRepetitiveWord(text, word, from);
     const qsizetype anchor = rarestLetter(word);
     const QChar letter = word.at(anchor);
     for (qsizetype at = text.indexOf(letter, from + anchor); at >= 0;
@@ -201,14 +213,36 @@ bool LinesContaining::next(qsizetype &start, qsizetype &end)
         m_pos = m_lower.size();
         return false;
     }
-    start = hit == 0 ? 0 : m_lower.lastIndexOf(QLatin1Char('\n'), hit - 1) + 1;
-    end = m_lower.indexOf(QLatin1Char('\n'), hit);
-    if (end < 0)
-        end = m_lower.size();
+    start = lineStart(m_pos, hit);
+    end = lineEnd(hit);
     m_pos = end + 1;
-    if (end > start && m_lower.at(end - 1) == QLatin1Char('\r'))
-        --end;
     return true;
+}
+
+// Back from the hit no further than the search went through to reach it,
+// which starts a line.
+qsizetype LinesContaining::lineStart(qsizetype searchedFrom, qsizetype hit) const
+{
+    qsizetype start = hit;
+    while (start > searchedFrom && m_lower[start - 1] != u'\n' && m_lower[start - 1] != u'\r')
+        --start;
+    return start;
+}
+
+// Where a CR or an LF next follows the hit. A search that went beyond it
+// still holds for the next hit, so a text without CRs, or without LFs, is
+// searched for them once.
+qsizetype LinesContaining::lineEnd(qsizetype hit)
+{
+    const auto nextAfterHit = [this, hit](qsizetype &found, char c) {
+        if (found < hit) {
+            found = m_lower.indexOf(QLatin1Char(c), hit);
+            if (found < 0)
+                found = m_lower.size();
+        }
+        return found;
+    };
+    return std::min(nextAfterHit(m_nextCr, '\r'), nextAfterHit(m_nextLf, '\n'));
 }
 
 QString trimTrailingSpaces(QStringView line)

@@ -9,13 +9,15 @@
 
 // The game's .int files are usually ANSI, but the game also reads them as
 // UTF-16LE or UTF-8 when they start with that byte-order mark, and add-ons
-// ship all three, with CR LF or LF line ends.
+// ship all three, with CR LF, LF or CR line ends.
 
 QString decodeIntText(QByteArrayView bytes);
 QStringList decodeIntLines(QByteArrayView bytes);
 
-// The text or the lines of the file at `path`; an empty file has no lines.
-// Throw RunError when the file cannot be read.
+// The text of the game's file at `path`, or the lines of one of the
+// program's own lists kept in the same form (int.ini, pattern.ini), which are
+// read up to a smaller size; an empty file has no lines. Throw RunError when
+// the file cannot be read.
 QString ReadIntText(const QString &path);
 QStringList ReadIntFile(const QString &path);
 
@@ -38,7 +40,8 @@ private:
     QHash<QString, QByteArray> m_files;
 };
 
-// Walks the lines of `text` (CR LF or LF) one by one, without copying them.
+// Walks the lines of `text` (CR LF, LF or CR) one by one, without copying
+// them.
 class IntLines
 {
 public:
@@ -71,10 +74,9 @@ class LinesContaining
 {
 public:
     // `lower` is the text in lower case (lowerCaseInto), `word` lower case.
-    LinesContaining(QStringView lower, QStringView word, qsizetype from = 0)
+    LinesContaining(QStringView lower, QStringView word)
         : m_lower(lower)
         , m_word(word)
-        , m_pos(from)
     {
     }
 
@@ -83,9 +85,15 @@ public:
     bool next(qsizetype &start, qsizetype &end);
 
 private:
+    qsizetype lineStart(qsizetype searchedFrom, qsizetype hit) const;
+    qsizetype lineEnd(qsizetype hit);
+
     QStringView m_lower;
     QStringView m_word;
-    qsizetype m_pos;
+    qsizetype m_pos = 0;
+    // The first CR and LF at or after the last hit, once searched for.
+    qsizetype m_nextCr = -1;
+    qsizetype m_nextLf = -1;
 };
 
 // The line without the spaces at its end (tabs stay, as the game's own

@@ -12,11 +12,11 @@
 #include "configfiles/fileops.h"
 #include "configfiles/progress.h"
 #include "configfiles/runerror.h"
+#include "configfiles/textfile.h"
 #include "startup/options.h"
 #include "startup/programdirectory.h"
 
 #include <QDirIterator>
-#include <QFile>
 
 #include <algorithm>
 #include <string_view>
@@ -76,6 +76,11 @@ bool declares(Mark mark)
     return mark == Mark::BotClass || mark == Mark::Voice;
 }
 
+bool hasLineBreak(std::string_view text)
+{
+    return text.find_first_of("\r\n") != std::string_view::npos;
+}
+
 // Sorts a file by its declarations. The first line is the section line and
 // is never examined. A line is tested for a bot class, then a voice, then a
 // texture; the first texture line makes the file a skin file and ends the
@@ -84,29 +89,30 @@ bool declares(Mark mark)
 // The marks are ASCII, and in ANSI or UTF-8 text no other byte stands for
 // an ASCII letter, so this works on the bytes, from one "=" to the next,
 // and leaves decoding to the parsers, which need only the files they parse.
+// Only a texture's line is looked at as a whole, once, so that a line of
+// megabytes costs no more than as many bytes on short lines.
 FileKinds sortIntBytes(std::string_view text)
 {
     FileKinds kinds;
-    const size_t firstLineEnd = text.find('\n');
-    if (firstLineEnd == std::string_view::npos)
-        return kinds;
-    size_t lastDeclaration = 0;
-    for (size_t eq = text.find('=', firstLineEnd + 1); eq != std::string_view::npos;
+    ByteLines lines(QByteArrayView(text.data(), qsizetype(text.size())));
+    lines.next(); // the section line
+    size_t settledUpTo = size_t(lines.start());
+    size_t lastDeclaration = std::string_view::npos;
+    for (size_t eq = text.find('=', settledUpTo); eq != std::string_view::npos;
          eq = text.find('=', eq + 1)) {
         const Mark mark = markAt(text, eq);
-        if (mark == Mark::BotClass)
-            kinds.classes = true;
-        else if (mark == Mark::Voice)
-            kinds.voices = true;
+        kinds.classes = kinds.classes || mark == Mark::BotClass;
+        kinds.voices = kinds.voices || mark == Mark::Voice;
         if (declares(mark))
             lastDeclaration = eq;
-        if (mark != Mark::Texture)
+        if (mark != Mark::Texture || eq < settledUpTo)
             continue;
 
         // A texture on a class or voice line does not end the reading.
-        const size_t lineStart = text.rfind('\n', eq) + 1;
-        bool classOrVoiceLine = lastDeclaration >= lineStart;
-        const size_t lineEnd = std::min(text.find('\n', eq), text.size());
+        bool classOrVoiceLine = lastDeclaration != std::string_view::npos
+            && lastDeclaration >= settledUpTo
+            && !hasLineBreak(text.substr(lastDeclaration, eq - lastDeclaration));
+        const size_t lineEnd = size_t(lines.nextFrom(qsizetype(eq)).end);
         for (size_t next = text.find('=', eq + 1); !classOrVoiceLine && next < lineEnd;
              next = text.find('=', next + 1))
             classOrVoiceLine = declares(markAt(text, next));
@@ -114,6 +120,7 @@ FileKinds sortIntBytes(std::string_view text)
             kinds.skins = true;
             break;
         }
+        settledUpTo = lineEnd;
     }
     return kinds;
 }
@@ -149,19 +156,6 @@ private:
     qsizetype m_last = -1;
 };
 
-// The whole file at once: QFile's buffer would only add a copy (and, for the
-// many small files of a game, an allocation per file).
-QByteArray readWholeFile(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        throw fileError(file, path);
-    QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        throw fileError(file, path);
-    return bytes;
-}
-
 QString systemFolder(const QString &gameDir)
 {
     return AddBackslash(findPathNoCase(gameDir, QStringLiteral("System")));
@@ -187,7 +181,7 @@ void sortFiles(const QString &systemDir, const QStringList &names, const QString
         const QString path = systemDir + name;
         QByteArray bytes;
         try {
-            bytes = readWholeFile(path);
+            bytes = readFileBytes(path);
         } catch (const RunError &error) {
             ProcessError(error, UnexpectedError);
             continue;
@@ -286,7 +280,8 @@ QStringList IntFileNames(const QString &systemDir)
 {
     std::vector<std::pair<QString, QString>> found; // upper case, name
     // A name filter would match every name against a regular expression.
-    QDirIterator it(systemDir, QDir::Files | QDir::Hidden);
+    // FIFOs and devices are listed, so that the reading reports them.
+    QDirIterator it(systemDir, QDir::Files | QDir::Hidden | QDir::System);
     while (it.hasNext()) {
         it.next();
         const QString name = it.fileName();

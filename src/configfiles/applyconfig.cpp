@@ -53,7 +53,7 @@ bool isSectionHeader(const QString &line)
 // them (Windows-1252), its own section header first.
 QList<QByteArray> readConfigurationSection(const QString &path, const QString &fileName)
 {
-    const QList<QByteArray> lines = splitLines(readFileBytes(path));
+    const QList<QByteArray> lines = splitLines(readFileBytes(path, MaxProgramFileBytes));
     const qsizetype empty = lines.indexOf(QByteArray());
     const QString invalid = QStringLiteral("Invalid Configuration");
     const QString intro
@@ -77,10 +77,7 @@ public:
     WorkingCopy(const QString &source, QString path)
         : m_path(std::move(path))
     {
-        QFile file(source);
-        if (!file.copy(m_path))
-            throw RunError(ErrNum::PathFileAccess,
-                m_path + QStringLiteral(" (") + file.errorString() + QLatin1Char(')'));
+        writeFileAtomically(m_path, readFileBytes(source));
     }
     ~WorkingCopy() { QFile::remove(m_path); }
     WorkingCopy(const WorkingCopy &) = delete;
@@ -97,18 +94,15 @@ private:
 // the old section: its header and its lines up to the first empty line.
 QList<Line> replaceSection(TextDocument &document, const QList<QByteArray> &section)
 {
-    QList<Line> &lines = document.lines();
     qsizetype header = 0;
-    while (header < lines.size() && !isSectionHeader(document.text(lines.at(header)))) {
+    while (header < document.lineCount() && !isSectionHeader(document.text(header))) {
         letEventLoopRun();
         ++header;
     }
-    const bool found = header < lines.size();
+    const bool found = header < document.lineCount();
 
-    QList<Line> rewritten = lines.mid(0, header);
-    if (!found && !rewritten.isEmpty() && rewritten.last().ending.isEmpty())
-        rewritten.last().ending = document.newline();
-    Line headerLine = found ? lines.at(header) : document.makeLine(SectionHeader);
+    QList<Line> rewritten;
+    Line headerLine = found ? document.line(header) : document.makeLine(SectionHeader);
     // A header on the file's last line has no ending of its own.
     if (headerLine.ending.isEmpty())
         headerLine.ending = document.newline();
@@ -122,16 +116,15 @@ QList<Line> replaceSection(TextDocument &document, const QList<QByteArray> &sect
     rewritten.append(document.makeLine(QString()));
 
     QList<Line> oldSection;
+    qsizetype next = header;
     if (found) {
-        qsizetype next = header;
-        oldSection.append(lines.at(next++));
-        while (next < lines.size() && !lines.at(next).content.isEmpty()) {
+        oldSection.append(document.line(next++));
+        while (next < document.lineCount() && !document.line(next).content.isEmpty()) {
             letEventLoopRun();
-            oldSection.append(lines.at(next++));
+            oldSection.append(document.line(next++));
         }
-        rewritten += lines.mid(next);
     }
-    lines = std::move(rewritten);
+    document.replaceLines(header, next - header, rewritten);
     return oldSection;
 }
 

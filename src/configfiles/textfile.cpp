@@ -3,22 +3,133 @@
 #include "runerror.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 #include <QStringDecoder>
 #include <QStringEncoder>
 #include <QThread>
 
+#include <algorithm>
+
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
 namespace {
 
-// Windows builds of Qt without ICU know the ANSI code page as "System".
+// Windows builds of Qt without ICU know the ANSI code page only as "System".
+bool ansiIsSystemCodePage()
+{
+#ifdef Q_OS_WIN
+    static const bool system = !QStringDecoder("windows-1252").isValid();
+    return system;
+#else
+    return false;
+#endif
+}
+
 QStringDecoder ansiDecoder()
 {
-    QStringDecoder decoder("windows-1252");
-#ifdef Q_OS_WIN
-    if (!decoder.isValid())
+    if (ansiIsSystemCodePage())
         return QStringDecoder(QStringConverter::System);
-#endif
+    QStringDecoder decoder("windows-1252");
     return decoder.isValid() ? std::move(decoder) : QStringDecoder(QStringConverter::Latin1);
+}
+
+// Windows-1252 differs from Latin-1 only in 0x80 to 0x9F; most text has
+// none of those, and Latin-1 decodes much faster.
+bool decodesAsLatin1(QByteArrayView bytes)
+{
+    return !ansiIsSystemCodePage() && std::none_of(bytes.begin(), bytes.end(), [](char byte) {
+        const auto value = static_cast<unsigned char>(byte);
+        return value >= 0x80 && value <= 0x9F;
+    });
+}
+
+RunError refusal(const QString &path, const QString &problem)
+{
+    return RunError(ErrNum::PathFileAccess, QFileInfo(path).fileName() + problem, path);
+}
+
+RunError notRegular(const QString &path)
+{
+    return refusal(path, QStringLiteral(" is not a regular file"));
+}
+
+RunError tooLarge(const QString &path, qint64 maxBytes)
+{
+    return refusal(path, QStringLiteral(" is larger than %1 MB").arg(maxBytes >> 20));
+}
+
+RunError folder(const QString &path)
+{
+    return refusal(path, QStringLiteral(" is a folder, not a file"));
+}
+
+// The error QFile reports for a file that cannot be opened.
+RunError openFailure(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? RunError(ErrNum::PathFileAccess, path)
+                                          : fileError(file, path);
+}
+
+// Opens `path` for reading when it is a regular file and returns its size.
+// A FIFO would keep the opening waiting for a writer and a device would
+// never end, so neither is read.
+qint64 openRegularFile(QFile &file, const QString &path)
+{
+    // Unbuffered: QFile's buffer would only add a copy.
+    const auto mode = QIODevice::ReadOnly | QIODevice::Unbuffered;
+#ifdef Q_OS_UNIX
+    // Opened without waiting, then looked at through the handle, so that
+    // nothing can be put in its place in between.
+    const int fd = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0)
+        throw openFailure(path);
+    struct stat info = {};
+    if (::fstat(fd, &info) != 0 || !S_ISREG(info.st_mode)) {
+        ::close(fd);
+        throw S_ISDIR(info.st_mode) ? folder(path) : notRegular(path);
+    }
+    if (!file.open(fd, mode, QFileDevice::AutoCloseHandle)) {
+        ::close(fd);
+        throw fileError(file, path);
+    }
+    return info.st_size;
+#else
+    const QFileInfo info(path);
+    if (info.isDir())
+        throw folder(path);
+    if (info.exists() && !info.isFile())
+        throw notRegular(path);
+    if (!file.open(mode))
+        throw fileError(file, path);
+    return file.size();
+#endif
+}
+
+// The system's own files say they are empty and are read in growing pieces
+// until they end; any other file in one piece of its size.
+QByteArray readToEnd(QFile &file, const QString &path, qint64 size, qint64 maxBytes)
+{
+    if (size > maxBytes)
+        throw tooLarge(path, maxBytes);
+    QByteArray bytes;
+    qint64 got = 0;
+    do {
+        if (got > maxBytes)
+            throw tooLarge(path, maxBytes);
+        bytes.resize(size > 0 ? size : std::min(maxBytes + 1, std::max(2 * got, qint64(4096))));
+        const qint64 read = file.read(bytes.data() + got, bytes.size() - got);
+        if (read < 0)
+            throw fileError(file, path);
+        got += read;
+    } while (size == 0 && got == bytes.size());
+    bytes.resize(got);
+    return bytes;
 }
 
 QStringEncoder ansiEncoder()
@@ -49,50 +160,64 @@ bool commitWithRetries(QSaveFile &file)
 
 QString decodeAnsi(QByteArrayView bytes)
 {
-    auto decoder = ansiDecoder();
+    if (decodesAsLatin1(bytes))
+        return QString::fromLatin1(bytes);
+    // Building a decoder costs more than decoding a line with it.
+    thread_local QStringDecoder decoder = ansiDecoder();
+    decoder.resetState();
     return decoder.decode(bytes);
 }
 
 QByteArray encodeAnsi(QStringView text)
 {
-    auto encoder = ansiEncoder();
+    thread_local QStringEncoder encoder = ansiEncoder();
+    encoder.resetState();
     return encoder.encode(text);
+}
+
+LineBreak ByteLines::next()
+{
+    const qsizetype size = m_bytes.size();
+    if (m_lf < m_start) {
+        m_lf = m_bytes.indexOf('\n', m_start);
+        if (m_lf < 0)
+            m_lf = size;
+    }
+    const qsizetype cr = m_bytes.first(m_lf).indexOf('\r', m_start);
+    LineBreak lineBreak { m_lf, m_lf < size ? m_lf + 1 : size };
+    if (cr >= 0)
+        lineBreak = { cr, cr + 1 == m_lf && m_lf < size ? m_lf + 1 : cr + 1 };
+    m_start = lineBreak.next;
+    return lineBreak;
 }
 
 QList<QByteArray> splitLines(QByteArrayView bytes)
 {
     QList<QByteArray> lines;
-    qsizetype start = 0;
-    while (start < bytes.size()) {
-        qsizetype end = bytes.indexOf('\n', start);
-        const bool ended = end >= 0;
-        if (!ended)
-            end = bytes.size();
-        qsizetype contentEnd = end;
-        if (ended && contentEnd > start && bytes.at(contentEnd - 1) == '\r')
-            --contentEnd;
-        lines.append(bytes.sliced(start, contentEnd - start).toByteArray());
-        start = end + 1;
+    for (ByteLines walk(bytes); !walk.atEnd();) {
+        const qsizetype start = walk.start();
+        lines.append(bytes.sliced(start, walk.next().end - start).toByteArray());
     }
     return lines;
 }
 
-QByteArray readFileBytes(const QString &path)
+QByteArray readFileBytes(const QString &path, qint64 maxBytes)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw fileError(file, path);
-    QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        throw fileError(file, path);
-    return bytes;
+    QFile file;
+    const qint64 size = openRegularFile(file, path);
+    return readToEnd(file, path, size, maxBytes);
 }
 
-QStringList readAnsiLines(const QString &path)
+QStringList readAnsiLines(const QString &path, qint64 maxBytes)
 {
+    const QString text = decodeAnsi(readFileBytes(path, maxBytes));
+    const auto unitAt = [&text](qsizetype i) { return text[i].unicode(); };
     QStringList lines;
-    for (const QByteArray &line : splitLines(readFileBytes(path)))
-        lines.append(decodeAnsi(line));
+    for (qsizetype start = 0; start < text.size();) {
+        const LineBreak lineBreak = findLineBreak(text.size(), start, unitAt);
+        lines.append(text.sliced(start, lineBreak.end - start));
+        start = lineBreak.next;
+    }
     return lines;
 }
 

@@ -6,18 +6,78 @@
 #include <QStringList>
 
 // Windows text: 8-bit files in the ANSI code page (Windows-1252), lines
-// ended by CR LF when written, CR LF or LF accepted when read.
+// ended by CR LF when written. When read, a line ends at CR LF, at LF or at
+// a CR alone, as the game reads them.
 
 QString decodeAnsi(QByteArrayView bytes);
 QByteArray encodeAnsi(QStringView text);
 
-// Splits at LF, dropping a CR before it. A final line without an ending is a
-// line; an ending at the very end does not start another one.
+// Where the line that starts at `start` ends (`end`, its ending left out)
+// and where the next one starts; both are `size` for a last line without an
+// ending. `unitAt(i)` is the text's i-th character.
+struct LineBreak
+{
+    qsizetype end;
+    qsizetype next;
+};
+
+template<typename UnitAt> LineBreak findLineBreak(qsizetype size, qsizetype start, UnitAt unitAt)
+{
+    for (qsizetype i = start; i < size; ++i) {
+        const char16_t unit = unitAt(i);
+        if (unit == u'\n')
+            return { i, i + 1 };
+        if (unit == u'\r')
+            return { i, i + 1 < size && unitAt(i + 1) == u'\n' ? i + 2 : i + 1 };
+    }
+    return { size, size };
+}
+
+// The same for bytes, quicker: memchr finds the line ends, and the LF ahead
+// is remembered, so that a file without one is not searched to its end at
+// every CR.
+class ByteLines
+{
+public:
+    explicit ByteLines(QByteArrayView bytes)
+        : m_bytes(bytes)
+    {
+    }
+
+    bool atEnd() const { return m_start >= m_bytes.size(); }
+    // Where the next line starts.
+    qsizetype start() const { return m_start; }
+    // Moves past the next line.
+    LineBreak next();
+    // Moves past the line that holds `pos`, at or after start().
+    LineBreak nextFrom(qsizetype pos)
+    {
+        m_start = pos;
+        return next();
+    }
+
+private:
+    QByteArrayView m_bytes;
+    qsizetype m_start = 0;
+    qsizetype m_lf = -1;
+};
+
+// A final line without an ending is a line; an ending at the very end does
+// not start another one.
 QList<QByteArray> splitLines(QByteArrayView bytes);
 
-// Throws RunError (53 when missing, 70 when unreadable, ...).
-QByteArray readFileBytes(const QString &path);
-QStringList readAnsiLines(const QString &path);
+// The most read of one file. The game's files (.int, user.ini) grow with
+// add-ons and years of play; the program's own (options.ini, int.ini,
+// pattern.ini, .qvn) hold a few kilobytes.
+constexpr qint64 MaxGameFileBytes = qint64(64) << 20;
+constexpr qint64 MaxProgramFileBytes = qint64(4) << 20;
+
+// The whole file, when it is a regular file (after following links) of at
+// most `maxBytes`. Throws RunError (53 when missing, 70 when unreadable, 75
+// for a folder, a device or a FIFO and for a larger file, ...).
+QByteArray readFileBytes(const QString &path, qint64 maxBytes = MaxGameFileBytes);
+// The lines of one of the program's own files, decoded.
+QStringList readAnsiLines(const QString &path, qint64 maxBytes = MaxProgramFileBytes);
 
 // Replaces `path` atomically: the old content stays until the new one is
 // completely on disk. Throws RunError and leaves the old file untouched when

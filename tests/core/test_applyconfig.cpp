@@ -63,17 +63,19 @@ QStringList expand(const QStringList &lines)
     return expanded;
 }
 
-enum class Form { AnsiCrLf, AnsiLf, Utf8CrLf, Utf8BomLf, Utf16Bom };
+enum class Form { AnsiCrLf, AnsiLf, AnsiCr, Utf8CrLf, Utf8BomLf, Utf16Bom };
 
 QByteArray encoded(const QStringList &lines, Form form, bool finalEnding = true)
 {
     const bool lf = form == Form::AnsiLf || form == Form::Utf8BomLf;
-    QString text = lines.join(lf ? "\n" : "\r\n");
+    const QString newline = form == Form::AnsiCr ? "\r" : lf ? "\n" : "\r\n";
+    QString text = lines.join(newline);
     if (finalEnding)
-        text += lf ? "\n" : "\r\n";
+        text += newline;
     switch (form) {
     case Form::AnsiCrLf:
     case Form::AnsiLf:
+    case Form::AnsiCr:
         return text.toLatin1();
     case Form::Utf8CrLf:
         return text.toUtf8();
@@ -233,6 +235,7 @@ private slots:
         QTest::addColumn<int>("form");
         QTest::newRow("ansi, CR LF") << int(Form::AnsiCrLf);
         QTest::newRow("ansi, LF only") << int(Form::AnsiLf);
+        QTest::newRow("ansi, CR only") << int(Form::AnsiCr);
         QTest::newRow("utf-8 without bom") << int(Form::Utf8CrLf);
         QTest::newRow("utf-8 with bom, LF only") << int(Form::Utf8BomLf);
         QTest::newRow("utf-16le with bom") << int(Form::Utf16Bom);

@@ -198,6 +198,8 @@ private slots:
             << utf16Bytes("[A]\r\nb=1\r\n") << utf16 << QByteArray("\r\0\n\0", 4) << ab;
         QTest::newRow("utf-16le lf")
             << utf16Bytes("[A]\nb=1") << utf16 << QByteArray("\n\0", 2) << ab;
+        QTest::newRow("utf-16le cr")
+            << utf16Bytes("[A]\rb=1\r") << utf16 << QByteArray("\r\0", 2) << ab;
         QTest::newRow("empty") << QByteArray() << ansi << QByteArray("\r\n") << QStringList();
     }
 
@@ -213,7 +215,7 @@ private slots:
         QCOMPARE(int(document.encoding()), encoding);
         QCOMPARE(document.newline(), newline);
         QStringList read;
-        for (const TextDocument::Line &line : document.lines())
+        for (qsizetype line = 0; line < document.lineCount(); ++line)
             read.append(document.text(line));
         QCOMPARE(read, texts);
     }

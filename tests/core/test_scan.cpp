@@ -15,6 +15,10 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -203,6 +207,22 @@ private slots:
         QTest::newRow("UTF-8 with byte-order mark")
             << QByteArray("\xEF\xBB\xBF[Public]\r\n" + classLine(u"P.EightBot"_s).toUtf8())
             << u"C"_s << 1;
+        QTest::newRow("CR only") << QByteArray("[Public]\r" + classLine(u"P.CrBot"_s).toLatin1()
+            + '\r' + textureLine(u"PSkins.abcd1"_s).toLatin1() + '\r')
+                                 << u"CS"_s << 1;
+        // Megabytes on one line take the sorting no longer than on many.
+        const QString textures = u",Class=Texture"_s.repeated(300'000);
+        QTest::newRow("one long class line full of textures")
+            << crlf({ header, classLine(u"P.LongBot"_s) + textures, male }) << u"CV"_s << 1;
+        QTest::newRow("one long texture line") << crlf(
+            { header, textureLine(u"PSkins.abcd1"_s) + textures, classLine(u"P.LateBot"_s) })
+                                               << u"S"_s << 0;
+        // The faces of a skin are the lines after it that hold its name.
+        const QString longName = QString(1'000'000, u'e') + u'f';
+        QTest::newRow("a long skin name, a long line after it")
+            << crlf({ header, classLine(u"P."_s + longName + u"Bot"_s), textureLine(longName),
+                   textureLine(QString(2'000'000, u'e')) })
+            << u"CS"_s << 1;
         QTest::newRow("empty file") << QByteArray() << QString() << 0;
         QTest::newRow("header line only, no line end") << QByteArray("[Public]") << QString() << 0;
         QTest::newRow("declaration without a header, no line end")
@@ -409,6 +429,33 @@ private slots:
         // A slot keeps what was stored before its line failed.
         QCOMPARE(voices(), (QStringList { u"P.Short||0"_s, u"P.Gruff|V|0"_s }));
     }
+
+#ifdef Q_OS_UNIX
+    // Opening a FIFO would wait for a writer, reading a device would not end.
+    void specialFilesAreReportedNotRead()
+    {
+        writeInt(u"Hero.int"_s, { u"[Public]"_s, classLine(u"P.HeroBot"_s) });
+        QVERIFY(QFile::link(u"/dev/zero"_s, systemDir() + u"Zero.int"_s));
+        QVERIFY(QFile::remove(exclusionFile()));
+        for (const QString &fifo : { exclusionFile(), systemDir() + u"Pipe.int"_s })
+            QCOMPARE(mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
+
+        ScriptedPrompt prompt;
+        scan();
+        QCOMPARE(prompt.transcript(),
+            QStringList { u"int.ini|The list of game files to skip could not be read:\r\n"_s
+                + exclusionFile()
+                + u"\r\nint.ini is not a regular file\r\n\r\nEvery .int file of the game will "
+                  "be scanned."_s });
+        QStringList reported;
+        for (const auto &error : m_errors->errors)
+            reported.append(QString::number(error.number) + u'|' + error.description);
+        QCOMPARE(reported,
+            (QStringList {
+                u"75|Pipe.int is not a regular file"_s, u"75|Zero.int is not a regular file"_s }));
+        QCOMPARE(classes(), QStringList { u"P.HeroBot|D"_s });
+    }
+#endif
 
     void bossModeIsKnownBeforeTheSkinPass()
     {
