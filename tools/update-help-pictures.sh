@@ -25,6 +25,9 @@ mapping=(
     frmBadFiles:frmBadFiles.png
     frmPattern:frmPattern.png
     dlgNewBoss:dlgNewBoss.png
+    dlgOptionsPaths:dlgOptionsPaths.png
+    dlgOptionsBoss:dlgOptionsBoss.png
+    dlgOptionsOther:dlgOptionsOther.png
     dlgLaunchUT:dlgLaunchUT.png
     frmAbout:frmAbout.png
 )
