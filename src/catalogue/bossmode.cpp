@@ -1,5 +1,6 @@
 #include "bossmode.h"
 
+#include "configfiles/filelock.h"
 #include "configfiles/fileops.h"
 #include "configfiles/progress.h"
 #include "configfiles/textdocument.h"
@@ -49,7 +50,7 @@ QString switchedLine(const QString &line, short mode)
         return result;
     const BossVariant variant = bossVariantOf(result);
     const bool off = (variant == BossVariant::Plain && mode != 0 && mode != 1)
-                     || (variant == BossVariant::MaleVoices && mode == 1);
+        || (variant == BossVariant::MaleVoices && mode == 1);
     return off ? QLatin1Char(';') + result : result;
 }
 
@@ -116,6 +117,7 @@ short ReadBossMode(const QString &gameDir)
 void SetBossMode(short mode, const QString &gameDir)
 {
     const QString path = BossPackagePath(gameDir);
+    const FileLock lock(path);
     TextDocument document = TextDocument::load(path);
     for (qsizetype line = 0; line < document.lineCount(); ++line) {
         letEventLoopRun();

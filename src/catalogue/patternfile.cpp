@@ -2,6 +2,7 @@
 
 #include "intfile.h"
 
+#include "configfiles/filelock.h"
 #include "configfiles/progress.h"
 #include "configfiles/prompt.h"
 #include "configfiles/runerror.h"
@@ -16,12 +17,12 @@ const QString crlf = QStringLiteral("\r\n");
 
 SkinPattern freePattern()
 {
-    return {QString(), QStringList(2)};
+    return { QString(), QStringList(2) };
 }
 
 SkinPattern newPattern(const QString &model, const QString &skinType)
 {
-    return {model, {skinType, QString()}};
+    return { model, { skinType, QString() } };
 }
 
 void appendSkinType(SkinPattern &pattern, const QString &skinType)
@@ -173,7 +174,9 @@ void LoadPatternList()
 
 void SavePatternList(const QList<SkinPattern> &patterns)
 {
-    writeAnsiLines(PatternFilePath(), PatternLines(patterns));
+    const QString path = PatternFilePath();
+    const FileLock lock(path);
+    writeAnsiLines(path, PatternLines(patterns));
     Catalogue().PatternList = patterns;
 }
 

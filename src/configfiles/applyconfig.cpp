@@ -1,6 +1,7 @@
 #include "applyconfig.h"
 
 #include "configname.h"
+#include "filelock.h"
 #include "fileops.h"
 #include "gameinstallation.h"
 #include "progress.h"
@@ -156,6 +157,22 @@ QByteArray backupBytes(const PreparedFile &file)
     return bytes;
 }
 
+// Two applies within a second would share a name, and the second backup
+// would take the place of the first, which held the section before both:
+// an existing backup is never replaced, the new one is numbered instead.
+QString unusedBackupName(const QString &name, const QStringList &taken)
+{
+    const QString extension = QStringLiteral(".qvn2");
+    const QString stem = name.chopped(extension.size());
+    QString candidate = name;
+    for (int number = 2; QFileInfo::exists(AppOptions().ConfigPath + candidate)
+         || taken.contains(candidate, Qt::CaseInsensitive);
+         ++number)
+        candidate
+            = stem + QStringLiteral(" (") + QString::number(number) + QLatin1Char(')') + extension;
+    return candidate;
+}
+
 // The first user.ini keeps the plain backup name, so that a one-file game
 // gets the names it always had; the others say which folder they came from,
 // numbered when two folders share a name.
@@ -170,22 +187,48 @@ QStringList backupNames(const QList<PreparedFile> &files, const QDateTime &time)
                 = number == 1 ? QString() : QLatin1Char('-') + QString::number(number);
             name = BackupFileName(time, folder + suffix);
         }
-        names.append(name);
+        names.append(unusedBackupName(name, names));
     }
     return names;
 }
 
+// The backups of an apply, one path per user.ini (empty where it had no
+// section to back up). A backup of a user.ini the apply did not change
+// would pass for the state before an apply that never happened, so it is
+// removed.
+class Backups
+{
+public:
+    void add(const QString &path) { m_paths.append(path); }
+    void removeFrom(qsizetype firstUnchanged)
+    {
+        for (qsizetype i = firstUnchanged; i < m_paths.size(); ++i) {
+            if (!m_paths.at(i).isEmpty())
+                QFile::remove(m_paths.at(i));
+        }
+        m_paths.resize(std::min(firstUnchanged, m_paths.size()));
+    }
+
+private:
+    QStringList m_paths;
+};
+
 // Every backup is written before any user.ini, so that a backup that cannot
 // be written stops the apply while nothing has changed.
-void writeBackups(const QList<PreparedFile> &files)
+void writeBackups(const QList<PreparedFile> &files, Backups &backups)
 {
     const QStringList names = backupNames(files, QDateTime::currentDateTime());
     for (qsizetype i = 0; i < files.size(); ++i) {
-        if (files.at(i).oldSection.isEmpty())
+        if (files.at(i).oldSection.isEmpty()) {
+            backups.add(QString());
             continue;
+        }
         try {
-            writeFileAtomically(AppOptions().ConfigPath + names.at(i), backupBytes(files.at(i)));
+            const QString path = AppOptions().ConfigPath + names.at(i);
+            writeFileAtomically(path, backupBytes(files.at(i)));
+            backups.add(path);
         } catch (const RunError &error) {
+            backups.removeFrom(0);
             throw Refusal { QStringLiteral("Backup Failed"),
                 QStringLiteral("Can't write the backup of the current configuration.")
                     + QStringLiteral("\r\n\r\n") + error.message() + QStringLiteral("\r\n\r\n")
@@ -209,6 +252,8 @@ QList<PreparedFile> prepareFiles(const QStringList &userIniFiles, const QList<QB
     QList<PreparedFile> files;
     QStringList dummies;
     for (const QString &userIni : userIniFiles) {
+        // A user.ini that cannot be replaced stops the apply before any is.
+        checkReplaceable(userIni);
         const QString dummyIni = dummyIniBeside(userIni);
         QString source = userIni;
         // A second user.ini in the same folder would need the same working
@@ -330,13 +375,18 @@ bool ApplyConfiguration(const QString &configFileName, bool makeBackup,
         return false;
 
     const QStringList targets = distinctFiles(userIniFiles);
+    // Held from the reading of each user.ini to its replacement.
+    std::list<FileLock> locks;
     std::list<WorkingCopy> copies;
     QList<PreparedFile> files;
+    Backups backups;
     try {
+        for (const QString &target : targets)
+            locks.emplace_back(target);
         const QList<QByteArray> section = readConfigurationSection(configPath, configFileName);
         files = prepareFiles(targets, section, copies);
         if (makeBackup)
-            writeBackups(files);
+            writeBackups(files, backups);
     } catch (const Refusal &refusal) {
         copies.clear();
         showMessage(refusal.title, refusal.text, MessageButtons::Ok, MessageIcon::Exclamation);
@@ -354,6 +404,7 @@ bool ApplyConfiguration(const QString &configFileName, bool makeBackup,
             writeFileAtomically(files.at(i).userIni, files.at(i).document.toBytes());
         } catch (const RunError &error) {
             copies.clear();
+            backups.removeFrom(i);
             reportFailedWrite(error, files, i);
             return false;
         }

@@ -50,4 +50,5 @@ private:
 QString standardErrorDescription(int number);
 
 // The error for a failed open, read or write of `file`, named by `path`.
+// Call it right after the failure: it reads the system's error code.
 RunError fileError(const QFileDevice &file, const QString &path);

@@ -10,6 +10,7 @@
 #include <QThread>
 
 #include <algorithm>
+#include <optional>
 
 #ifdef Q_OS_UNIX
 #include <fcntl.h>
@@ -142,17 +143,97 @@ QStringEncoder ansiEncoder()
     return encoder.isValid() ? std::move(encoder) : QStringEncoder(QStringConverter::Latin1);
 }
 
-bool commitWithRetries(QSaveFile &file)
+// On Windows the final rename fails while a virus scanner, a sync client or
+// the game holds the target open; it is usually released within moments.
+constexpr int CommitAttempts = 5;
+
+void waitBeforeRetry(int attempt)
 {
-    // On Windows the final rename fails while a virus scanner or the game
-    // holds the target open; it is usually released within moments.
-    for (int attempt = 0; attempt < 5; ++attempt) {
-        if (file.commit())
-            return true;
-        if (file.error() != QFileDevice::RenameError)
-            return false;
-        QThread::msleep(50u << attempt);
+    QThread::msleep(25u << attempt);
+}
+
+RunError readOnly(const QString &path)
+{
+    return RunError(ErrNum::PermissionDenied,
+        QFileInfo(path).fileName() + QStringLiteral(" is read-only"), path);
+}
+
+RunError hardLinked(const QString &path)
+{
+    return refusal(path,
+        QStringLiteral(" has another name (a hard link), which a replacement would leave with the "
+                       "old content"));
+}
+
+// Who owns the file a replacement takes the place of.
+struct FileIdentity
+{
+    uint owner;
+    uint group;
+};
+
+// Refuses a file whose replacement would undo what the player set on it: a
+// read-only file (by its bits, which root's access() ignores) or a file with
+// more names than one, which a new file would split off. Returns its owner
+// when it exists.
+std::optional<FileIdentity> replaceableFile(const QString &path)
+{
+    const QFileInfo info(path);
+    if (info.isDir())
+        throw folder(path);
+    if (!info.exists())
+        return std::nullopt;
+    if (!(info.permissions() & (QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther)))
+        throw readOnly(path);
+#ifdef Q_OS_UNIX
+    struct stat status = {};
+    if (::stat(QFile::encodeName(path).constData(), &status) != 0)
+        return std::nullopt;
+    if (status.st_nlink > 1)
+        throw hardLinked(path);
+    return FileIdentity { status.st_uid, status.st_gid };
+#else
+    return std::nullopt;
+#endif
+}
+
+// The new file goes to the old one's owner and group where the process may
+// give it away. Only root may (EPERM for anyone else), and a file that stays
+// its writer's is all the others could make anyway.
+void keepOwner(QSaveFile &file, const FileIdentity &identity)
+{
+#ifdef Q_OS_UNIX
+    [[maybe_unused]] const int given = ::fchown(file.handle(), identity.owner, identity.group);
+#else
+    Q_UNUSED(file);
+    Q_UNUSED(identity);
+#endif
+}
+
+// One attempt at replacing `path`; false when only the final rename failed
+// and this is not the last attempt. A failed commit throws the temporary
+// file away, so each attempt writes it anew.
+bool tryReplace(const QString &path, QByteArrayView content,
+    const std::optional<FileIdentity> &identity, bool lastAttempt)
+{
+    QSaveFile file(path);
+    // Unbuffered, so that a short write shows in write()'s result instead of
+    // vanishing in a flush that commit() does not report.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+        throw fileError(file, path);
+    if (identity)
+        keepOwner(file, *identity);
+    if (file.write(content.data(), content.size()) != content.size()) {
+        const RunError error = file.error() == QFileDevice::NoError
+            ? RunError(ErrNum::DiskFull, QStringLiteral("The disk is full"), path)
+            : fileError(file, path);
+        file.cancelWriting();
+        throw error;
     }
+    if (file.commit())
+        return true;
+    if (lastAttempt || file.error() != QFileDevice::RenameError)
+        throw fileError(file, path);
     return false;
 }
 
@@ -223,20 +304,15 @@ QStringList readAnsiLines(const QString &path, qint64 maxBytes)
 
 void writeFileAtomically(const QString &path, QByteArrayView content)
 {
-    QSaveFile file(path);
-    // Unbuffered, so that a short write shows in write()'s result instead of
-    // vanishing in a flush that commit() does not report.
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
-        throw fileError(file, path);
-    if (file.write(content.data(), content.size()) != content.size()) {
-        const RunError error = file.error() == QFileDevice::NoError
-                                   ? RunError(ErrNum::DiskFull, path)
-                                   : fileError(file, path);
-        file.cancelWriting();
-        throw error;
-    }
-    if (!commitWithRetries(file))
-        throw fileError(file, path);
+    const std::optional<FileIdentity> identity = replaceableFile(path);
+    for (int attempt = 1; !tryReplace(path, content, identity, attempt == CommitAttempts);
+         ++attempt)
+        waitBeforeRetry(attempt);
+}
+
+void checkReplaceable(const QString &path)
+{
+    replaceableFile(path);
 }
 
 QByteArray joinAnsiLines(const QStringList &lines)

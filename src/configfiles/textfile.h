@@ -82,7 +82,14 @@ QStringList readAnsiLines(const QString &path, qint64 maxBytes = MaxProgramFileB
 // Replaces `path` atomically: the old content stays until the new one is
 // completely on disk. Throws RunError and leaves the old file untouched when
 // anything fails (a short write included).
+//
+// A file whose replacement would undo what its owner set on it is refused:
+// a read-only file (whoever runs the program), a file with a second name (a
+// hard link), which the new file would split off. The new file keeps the
+// old one's permissions and, where the process may, its owner and group.
 void writeFileAtomically(const QString &path, QByteArrayView content);
+// Throws the RunError writeFileAtomically would throw for such a file.
+void checkReplaceable(const QString &path);
 void writeAnsiLines(const QString &path, const QStringList &lines);
 
 QByteArray joinAnsiLines(const QStringList &lines);

@@ -9,6 +9,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QLockFile>
 #include <QStringEncoder>
 #include <QTemporaryDir>
 #include <QTest>
@@ -317,40 +318,50 @@ private slots:
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QByteArray>("config");
-        QTest::addColumn<bool>("userIniExists");
+        QTest::addColumn<QString>("userIni"); // how it is found
         QTest::addColumn<QString>("message");
 
         const QByteArray good = configuration(configSection());
         QTest::newRow("missing configuration")
-            << "gone.qvn" << QByteArray() << true
+            << "gone.qvn" << QByteArray() << "file"
             << "Missing File|Can't find gone.qvn.  Operation Aborted.";
-        QTest::newRow("nothing chosen")
-            << "" << QByteArray() << true << "Missing File|Can't find .  Operation Aborted.";
+        QTest::newRow("nothing chosen") << "" << QByteArray() << "file"
+                                        << "Missing File|Can't find .  Operation Aborted.";
         QTest::newRow("directory part")
-            << "../c.qvn" << good << true
+            << "../c.qvn" << good << "file"
             << "Invalid File Name|" + notAFileName("../c.qvn", "it has a directory part");
-        QTest::newRow("name checked before user.ini") << "aux.qvn" << good << false
+        QTest::newRow("name checked before user.ini") << "aux.qvn" << good << "missing"
                                                       << "Invalid File Name|"
                 + notAFileName("aux.qvn", "AUX is a name Windows keeps for a device");
         QTest::newRow("missing user.ini")
-            << "c.qvn" << good << false
+            << "c.qvn" << good << "missing"
             << "User.ini File Missing|Can't find user.ini.  Operation Aborted";
         QTest::newRow("no empty line")
-            << "c.qvn" << configuration(configSection(), false) << true
+            << "c.qvn" << configuration(configSection(), false) << "file"
             << "Invalid Configuration|c.qvn is not a configuration that can be applied: it has no "
                "empty line before its [Botpack.ChallengeBotInfo] section.  Operation Aborted.";
         QTest::newRow("453 section lines")
-            << "c.qvn" << configuration(configSection(453)) << true
+            << "c.qvn" << configuration(configSection(453)) << "file"
             << "Invalid Configuration|c.qvn is not a configuration that can be applied: its "
                "section has more than 452 lines.  Operation Aborted.";
+        const QString unchanged = "\r\n\r\nuser.ini was not changed.  Operation Aborted.";
+        QTest::newRow("read-only user.ini")
+            << "c.qvn" << good << "read-only"
+            << "Apply Configuration Failed|User.ini is read-only: @ini" + unchanged;
+        QTest::newRow("user.ini being changed") << "c.qvn" << good << "locked"
+                                                << "Apply Configuration Failed|User.ini is being "
+                                                   "changed by another Quorvane window or "
+                                                   "command: @ini"
+                + unchanged;
     }
 
     void refusals()
     {
         QFETCH(QString, name);
         QFETCH(QByteArray, config);
-        QFETCH(bool, userIniExists);
+        QFETCH(QString, userIni);
         QFETCH(QString, message);
+        const bool userIniExists = userIni != "missing";
 
         GameFixture game;
         const QByteArray original = crlf({ "[Botpack.ChallengeBotInfo]", "x=1", "", "[B]" });
@@ -358,10 +369,15 @@ private slots:
             QVERIFY(writeTestFile(game.userIni(), original));
         if (!config.isEmpty())
             QVERIFY(writeTestFile(game.config(name), config));
+        if (userIni == "read-only")
+            QVERIFY(QFile::setPermissions(game.userIni(), QFile::ReadOwner));
+        QLockFile lock(game.userIni() + ".lock");
+        QVERIFY(userIni != "locked" || lock.lock());
         ScriptedPrompt prompt;
 
         QVERIFY(!ApplyConfiguration(name, true));
-        QCOMPARE(prompt.transcript(), QStringList(message));
+        QCOMPARE(prompt.transcript(), QStringList(message.replace("@ini", game.userIni())));
+        lock.unlock();
         QCOMPARE(game.systemFiles(), userIniExists ? QStringList("User.ini") : QStringList());
         if (userIniExists)
             QCOMPARE(readTestFile(game.userIni()), original);
@@ -378,7 +394,7 @@ private slots:
         // Room for the working copy, not for the longer new user.ini.
         const int code = runWithFileSizeLimit(original.size(), [&] {
             ScriptedPrompt prompt;
-            if (ApplyConfiguration("c.qvn", false))
+            if (ApplyConfiguration("c.qvn", true))
                 return 1;
             const Message &message = prompt.messages().value(0);
             const bool told = prompt.messages().size() == 1
@@ -392,6 +408,30 @@ private slots:
         QCOMPARE(code, 0);
         QCOMPARE(readTestFile(game.userIni()), original);
         QCOMPARE(game.systemFiles(), QStringList("User.ini"));
+        QCOMPARE(game.backups(), QStringList()); // not left to look like a real one
+    }
+
+    // Two applies within a second would share the backup name.
+    void earlierBackupKept()
+    {
+        GameFixture game;
+        QVERIFY(writeTestFile(game.userIni(), crlf({ "[Botpack.ChallengeBotInfo]", "x=1" })));
+        QVERIFY(writeTestFile(game.config("c.qvn"), configuration(configSection())));
+        const QDateTime now = QDateTime::currentDateTime();
+        for (int s = -1; s < 30; ++s)
+            QVERIFY(writeTestFile(game.config(BackupFileName(now.addSecs(s))), "earlier"));
+        ScriptedPrompt prompt;
+
+        QVERIFY(ApplyConfiguration("c.qvn", true));
+        QStringList added;
+        for (const QString &backup : game.backups()) {
+            if (readTestFile(game.config(backup)) != "earlier")
+                added.append(backup);
+        }
+        QCOMPARE(added.size(), 1);
+        QVERIFY2(added.first().endsWith(") (2).qvn2"), qPrintable(added.first()));
+        QCOMPARE(readTestFile(game.config(added.first())),
+            crlf({ "[Botpack.ChallengeBotInfo]", "x=1" }));
     }
 
     void failedBackupLeavesUserIni()
@@ -552,7 +592,8 @@ private slots:
             QVERIFY(QDir().mkpath(game.system64() + "dummy.ini"));
         const QDateTime now = QDateTime::currentDateTime();
         for (int s = -1; fault == int(Fault::NoBackup) && s < 30; ++s)
-            QVERIFY(QDir().mkpath(game.config(BackupFileName(now.addSecs(s), "System64"))));
+            QVERIFY(QFile::link(
+                game.root() + "gone/x", game.config(BackupFileName(now.addSecs(s), "System64"))));
         textEnd.replace("@small", game.userIni()).replace("@big", game.userIni64());
 
         const QString transcriptFile = game.root() + "transcript.txt";
@@ -578,6 +619,9 @@ private slots:
         QCOMPARE(readTestFile(game.userIni()) == small, !smallFileChanged);
         QCOMPARE(readTestFile(game.userIni64()), big);
         QCOMPARE(game.systemFiles(), QStringList("User.ini"));
+        // Only the backup of a user.ini that was changed stays.
+        QCOMPARE(game.backups().filter("_System64").size(), 0);
+        QCOMPARE(game.backups().size(), smallFileChanged ? 1 : 0);
     }
 
 private:

@@ -6,6 +6,7 @@
 #include "configfiles/runerror.h"
 
 #include <QDir>
+#include <QLockFile>
 #include <QStringEncoder>
 #include <QTemporaryDir>
 #include <QTest>
@@ -50,14 +51,14 @@ private slots:
     {
         QTest::addColumn<QStringList>("lines");
         QTest::addColumn<int>("mode");
-        QTest::newRow("both") << QStringList {war, xan, maleWar, maleXan, maleMk2} << 0;
-        QTest::newRow("plain") << QStringList {off(war), xan, off(maleWar), off(maleMk2)} << 1;
-        QTest::newRow("male") << QStringList {off(war), off(xan), maleMk2} << 2;
-        QTest::newRow("neither") << QStringList {off(war), off(maleWar), other} << 2;
-        QTest::newRow("lower case") << QStringList {war.toLower(), maleXan.toLower()} << 0;
-        QTest::newRow("'; Object' is a comment") << QStringList {war, u"; "_s + maleWar} << 1;
-        QTest::newRow("indented is not active") << QStringList {u" "_s + war, maleWar} << 2;
-        QTest::newRow("trailing spaces") << QStringList {war + u"  "_s, maleWar + u" "_s} << 0;
+        QTest::newRow("both") << QStringList { war, xan, maleWar, maleXan, maleMk2 } << 0;
+        QTest::newRow("plain") << QStringList { off(war), xan, off(maleWar), off(maleMk2) } << 1;
+        QTest::newRow("male") << QStringList { off(war), off(xan), maleMk2 } << 2;
+        QTest::newRow("neither") << QStringList { off(war), off(maleWar), other } << 2;
+        QTest::newRow("lower case") << QStringList { war.toLower(), maleXan.toLower() } << 0;
+        QTest::newRow("'; Object' is a comment") << QStringList { war, u"; "_s + maleWar } << 1;
+        QTest::newRow("indented is not active") << QStringList { u" "_s + war, maleWar } << 2;
+        QTest::newRow("trailing spaces") << QStringList { war + u"  "_s, maleWar + u" "_s } << 0;
         QTest::newRow("empty file") << QStringList {} << 2;
     }
 
@@ -76,7 +77,7 @@ private slots:
         QVERIFY(!QFile::exists(m_file));
 
         m_file = m_dir->filePath(u"SYSTEM/SkeletalCharsFix313.INT"_s);
-        QVERIFY(writeTestFile(m_file, crlf({war, off(maleWar)})));
+        QVERIFY(writeTestFile(m_file, crlf({ war, off(maleWar) })));
         QCOMPARE(QDir::fromNativeSeparators(BossPackagePath(gameDir())), m_file);
         QCOMPARE(ReadBossMode(gameDir()), short(1));
     }
@@ -100,16 +101,16 @@ private slots:
         QFETCH(bool, maleOn);
         // Declarations start the wrong way round, the unrelated one included.
         QVERIFY(writeTestFile(m_file,
-            crlf({u"[Public]  "_s, u""_s, off(other), off(war), xan + u"  "_s, maleWar,
-                off(maleXan), u"; Object=(Name=Kept.Aside)"_s})));
+            crlf({ u"[Public]  "_s, u""_s, off(other), off(war), xan + u"  "_s, maleWar,
+                off(maleXan), u"; Object=(Name=Kept.Aside)"_s })));
 
         SetBossMode(short(mode), gameDir());
 
         const auto on = [](bool isOn, const QString &line) { return isOn ? line : off(line); };
         QCOMPARE(QString::fromLatin1(readTestFile(m_file)).split(u"\r\n"_s),
-            QString::fromLatin1(crlf({u"[Public]"_s, u""_s, other, on(plainOn, war),
-                                    on(plainOn, xan), on(maleOn, maleWar), on(maleOn, maleXan),
-                                    u"; Object=(Name=Kept.Aside)"_s}))
+            QString::fromLatin1(
+                crlf({ u"[Public]"_s, u""_s, other, on(plainOn, war), on(plainOn, xan),
+                    on(maleOn, maleWar), on(maleOn, maleXan), u"; Object=(Name=Kept.Aside)"_s }))
                 .split(u"\r\n"_s));
         QCOMPARE(ReadBossMode(gameDir()), short(mode == 0 || mode == 1 ? mode : 2));
     }
@@ -128,8 +129,8 @@ private slots:
                                    << "\xEF\xBB\xBF" + QByteArray(utf8(after));
         QTest::newRow("ANSI, LF") << before.toLatin1().replace("\r\n", "\n")
                                   << after.toLatin1().replace("\r\n", "\n");
-        QTest::newRow("no last line end") << before.toLatin1().chopped(2)
-                                          << after.toLatin1().chopped(2);
+        QTest::newRow("no last line end")
+            << before.toLatin1().chopped(2) << after.toLatin1().chopped(2);
     }
 
     void keepsEncodingAndLineEnds()
@@ -141,38 +142,56 @@ private slots:
         QCOMPARE(readTestFile(m_file), after);
     }
 
+    void aFailedRewriteLeavesTheFileWhole_data()
+    {
+        QTest::addColumn<QString>("fault");
+        QTest::addColumn<int>("error");
+        QTest::newRow("disk full") << u"disk full"_s << int(ErrNum::DiskFull);
+        QTest::newRow("read-only") << u"read-only"_s << int(ErrNum::PermissionDenied);
+        QTest::newRow("being changed") << u"locked"_s << int(ErrNum::FileAlreadyOpen);
+    }
+
     void aFailedRewriteLeavesTheFileWhole()
     {
+        QFETCH(QString, fault);
+        QFETCH(int, error);
         QStringList lines;
         for (int i = 0; i < 200; ++i)
             lines << off(war) << maleWar;
         const QByteArray original = crlf(lines);
         QVERIFY(writeTestFile(m_file, original));
+        if (fault == u"read-only")
+            QVERIFY(QFile::setPermissions(m_file, QFile::ReadOwner));
+        QLockFile lock(m_file + u".lock"_s);
+        QVERIFY(fault != u"locked" || lock.lock());
         const QString dir = gameDir();
-        const int status = runWithFileSizeLimit(original.size() / 2, [&] {
+        const qint64 limit = fault == u"disk full" ? original.size() / 2 : qint64(1) << 40;
+        const int status = runWithFileSizeLimit(limit, [&] {
             try {
                 SetBossMode(0, dir);
-            } catch (const RunError &) {
-                return 3;
+            } catch (const RunError &failure) {
+                return failure.number();
             }
             return 0;
         });
+        lock.unlock();
         if (status == -1)
             QSKIP("no file size limits here");
-        QCOMPARE(status, 3);
+        QCOMPARE(status, error);
         QCOMPARE(readTestFile(m_file), original);
         QCOMPARE(QDir(m_dir->filePath(u"System"_s)).entryList(QDir::Files),
-            QStringList {u"skeletalcharsfix313.int"_s});
+            QStringList { u"skeletalcharsfix313.int"_s });
     }
 
     void dialogChoicesMapToModes()
     {
-        QCOMPARE((QList<short> {BossModeOfChoice(0), BossModeOfChoice(1), BossModeOfChoice(2)}),
-            (QList<short> {1, 2, 0}));
-        QCOMPARE((QList<int> {BossChoiceOfMode(0), BossChoiceOfMode(1), BossChoiceOfMode(2)}),
-            (QList<int> {2, 0, 1}));
-        QCOMPARE(BossChoiceText(0), u"Currently both boss models are turned on.  You only need "
-                                    "one turned on.  I recommend the first choice below."_s);
+        QCOMPARE((QList<short> { BossModeOfChoice(0), BossModeOfChoice(1), BossModeOfChoice(2) }),
+            (QList<short> { 1, 2, 0 }));
+        QCOMPARE((QList<int> { BossChoiceOfMode(0), BossChoiceOfMode(1), BossChoiceOfMode(2) }),
+            (QList<int> { 2, 0, 1 }));
+        QCOMPARE(BossChoiceText(0),
+            u"Currently both boss models are turned on.  You only need "
+            "one turned on.  I recommend the first choice below."_s);
         QCOMPARE(BossChoiceText(2), u"Your current choice is marked below."_s);
     }
 

@@ -7,6 +7,7 @@
 #include "configfiles/runerror.h"
 #include "startup/programdirectory.h"
 
+#include <QLockFile>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -26,11 +27,11 @@ void setUpCatalogue()
         slot.SkinType = QString::fromLatin1(skinType);
         return slot;
     };
-    catalogue.MISCCLASSES = {model("Botpack.TMale2Bot", "Male Soldier", "soldier"),
+    catalogue.MISCCLASSES = { model("Botpack.TMale2Bot", "Male Soldier", "soldier"),
         model("Botpack.TFemale1Bot", "Female Commando", "fcommando"), newClassSlot(),
-        model("MyMods.TinManBot", "Tin Man", "TinMan")};
-    catalogue.UnmatchedSkins = {{u"/ut/System/MyGuy.int"_s, u"MyGuy"_s},
-        {u"/ut/System/Other.int"_s, u"OtherPack"_s}, {u"/ut/System/Tin.int"_s, u"Tin"_s}, {}};
+        model("MyMods.TinManBot", "Tin Man", "TinMan") };
+    catalogue.UnmatchedSkins = { { u"/ut/System/MyGuy.int"_s, u"MyGuy"_s },
+        { u"/ut/System/Other.int"_s, u"OtherPack"_s }, { u"/ut/System/Tin.int"_s, u"Tin"_s }, {} };
     catalogue.ReparseRequested = false;
 }
 
@@ -62,21 +63,21 @@ private slots:
     {
         QTest::addColumn<QByteArray>("file");
         QTest::addColumn<QStringList>("records");
-        QTest::newRow("empty") << QByteArray() << QStringList {u"||"_s, u"||"_s};
+        QTest::newRow("empty") << QByteArray() << QStringList { u"||"_s, u"||"_s };
         QTest::newRow("one line") << QByteArray("soldier,A,B\r\n")
-                                  << QStringList {u"soldier|A|B"_s, u"||"_s};
-        QTest::newRow("blank lines between")
-            << QByteArray("soldier,A\r\n\r\n   \r\nTinMan,C\r\n")
-            << QStringList {u"soldier|A|"_s, u"TinMan|C|"_s};
+                                  << QStringList { u"soldier|A|B"_s, u"||"_s };
+        QTest::newRow("blank lines between") << QByteArray("soldier,A\r\n\r\n   \r\nTinMan,C\r\n")
+                                             << QStringList { u"soldier|A|"_s, u"TinMan|C|"_s };
         QTest::newRow("empty fields, trailing spaces")
-            << QByteArray("soldier,,A,,B,C,  \r\n") << QStringList {u"soldier|A|B|C"_s, u"||"_s};
+            << QByteArray("soldier,,A,,B,C,  \r\n") << QStringList { u"soldier|A|B|C"_s, u"||"_s };
         QTest::newRow("more lines than slots, LF")
-            << QByteArray("a,1\nb,2\nc,3") << QStringList {u"a|1|"_s, u"b|2|"_s, u"c|3|"_s};
+            << QByteArray("a,1\nb,2\nc,3") << QStringList { u"a|1|"_s, u"b|2|"_s, u"c|3|"_s };
         QTest::newRow("no model") << QByteArray(",A\r\nsoldier\r\n")
-                                  << QStringList {u"soldier||"_s, u"||"_s};
+                                  << QStringList { u"soldier||"_s, u"||"_s };
         QTest::newRow("UTF-8 BOM") << QByteArray("\xEF\xBB\xBFs,Caf\xC3\xA9")
-                                   << QStringList {u"s|Caf\u00e9|"_s, u"||"_s};
-        QTest::newRow("ANSI") << QByteArray("s,Caf\xE9") << QStringList {u"s|Caf\u00e9|"_s, u"||"_s};
+                                   << QStringList { u"s|Caf\u00e9|"_s, u"||"_s };
+        QTest::newRow("ANSI") << QByteArray("s,Caf\xE9")
+                              << QStringList { u"s|Caf\u00e9|"_s, u"||"_s };
     }
 
     void loadsOneRecordPerLine()
@@ -98,11 +99,11 @@ private slots:
     {
         ScriptedPrompt prompt;
         LoadPatternList();
-        QCOMPARE(records(), (QStringList {u"||"_s, u"||"_s}));
+        QCOMPARE(records(), (QStringList { u"||"_s, u"||"_s }));
         QCOMPARE(prompt.transcript(),
-            QStringList {u"pattern.ini|The skin pattern file could not be read:\r\n"_s
+            QStringList { u"pattern.ini|The skin pattern file could not be read:\r\n"_s
                 + PatternFilePath()
-                + u"\r\nFile not found\r\n\r\nThe scan goes on without skin patterns."_s});
+                + u"\r\nFile not found\r\n\r\nThe scan goes on without skin patterns."_s });
     }
 
     void finishedAssignsFilesToModels_data()
@@ -110,42 +111,42 @@ private slots:
         QTest::addColumn<QByteArray>("before");
         QTest::addColumn<QStringList>("items"); // path|model description
         QTest::addColumn<QString>("forgotten"); // a skin type the editor took out
-        QTest::addColumn<QByteArray>("after");  // null: nothing written
+        QTest::addColumn<QByteArray>("after"); // null: nothing written
         QTest::addColumn<QStringList>("reparse");
 
         const QString guy = u"/ut/System/MyGuy.int"_s;
         const QString tin = u"/ut/System/Tin.int"_s;
         QTest::newRow("appends to the model's pattern")
-            << QByteArray("fcommando,X\r\nsoldier,A\r\n") << QStringList {guy + u"|Male Soldier"_s}
-            << QString() << QByteArray("fcommando,X\r\nsoldier,A,MyGuy\r\n")
-            << QStringList {guy, {}};
+            << QByteArray("fcommando,X\r\nsoldier,A\r\n")
+            << QStringList { guy + u"|Male Soldier"_s } << QString()
+            << QByteArray("fcommando,X\r\nsoldier,A,MyGuy\r\n") << QStringList { guy, {} };
         QTest::newRow("new patterns, any case")
-            << QByteArray() << QStringList {guy + u"|male soldier"_s, tin + u"|TIN MAN"_s}
+            << QByteArray() << QStringList { guy + u"|male soldier"_s, tin + u"|TIN MAN"_s }
             << QString() << QByteArray("soldier,MyGuy\r\nTinMan,Tin\r\n")
-            << QStringList {guy, tin, {}};
+            << QStringList { guy, tin, {} };
         QTest::newRow("paths in any case, one model")
             << QByteArray("TinMan,Z\r\n")
-            << QStringList {guy + u"|Tin Man"_s, u"/UT/system/OTHER.int|Tin Man"_s}
-            << QString() << QByteArray("TinMan,Z,MyGuy,OtherPack\r\n")
-            << QStringList {guy, u"/UT/system/OTHER.int"_s, {}};
+            << QStringList { guy + u"|Tin Man"_s, u"/UT/system/OTHER.int|Tin Man"_s } << QString()
+            << QByteArray("TinMan,Z,MyGuy,OtherPack\r\n")
+            << QStringList { guy, u"/UT/system/OTHER.int"_s, {} };
         QTest::newRow("unassigned items keep their places")
-            << QByteArray() << QStringList {guy + u"|"_s, tin + u"|Tin Man"_s}
-            << QString() << QByteArray("TinMan,Tin\r\n") << QStringList {{}, tin, {}};
-        QTest::newRow("listed once") << QByteArray("soldier,MyGuy\r\n")
-                                     << QStringList {guy + u"|Male Soldier"_s} << QString()
-                                     << QByteArray("soldier,MyGuy\r\n") << QStringList {guy, {}};
-        QTest::newRow("unknown model") << QByteArray("soldier,A\r\n")
-                                       << QStringList {guy + u"|Warlord"_s} << QString()
-                                       << QByteArray("soldier,A\r\n") << QStringList {guy, {}};
-        QTest::newRow("nothing assigned") << QByteArray("soldier,A\r\n")
-                                          << QStringList {guy + u"|"_s} << QString()
-                                          << QByteArray() << QStringList {{}, {}};
+            << QByteArray() << QStringList { guy + u"|"_s, tin + u"|Tin Man"_s } << QString()
+            << QByteArray("TinMan,Tin\r\n") << QStringList { {}, tin, {} };
+        QTest::newRow("listed once")
+            << QByteArray("soldier,MyGuy\r\n") << QStringList { guy + u"|Male Soldier"_s }
+            << QString() << QByteArray("soldier,MyGuy\r\n") << QStringList { guy, {} };
+        QTest::newRow("unknown model")
+            << QByteArray("soldier,A\r\n") << QStringList { guy + u"|Warlord"_s } << QString()
+            << QByteArray("soldier,A\r\n") << QStringList { guy, {} };
+        QTest::newRow("nothing assigned")
+            << QByteArray("soldier,A\r\n") << QStringList { guy + u"|"_s } << QString()
+            << QByteArray() << QStringList { {}, {} };
         QTest::newRow("a saved pattern changed, nothing assigned")
-            << QByteArray("soldier,A\r\nTinMan,Z\r\n") << QStringList {guy + u"|"_s} << u"Z"_s
-            << QByteArray("soldier,A\r\n") << QStringList {{}, {}};
+            << QByteArray("soldier,A\r\nTinMan,Z\r\n") << QStringList { guy + u"|"_s } << u"Z"_s
+            << QByteArray("soldier,A\r\n") << QStringList { {}, {} };
         QTest::newRow("a saved pattern changed and a file assigned")
-            << QByteArray("soldier,A\r\nTinMan,Z\r\n") << QStringList {guy + u"|Tin Man"_s}
-            << u"A"_s << QByteArray("TinMan,Z,MyGuy\r\n") << QStringList {guy, {}};
+            << QByteArray("soldier,A\r\nTinMan,Z\r\n") << QStringList { guy + u"|Tin Man"_s }
+            << u"A"_s << QByteArray("TinMan,Z,MyGuy\r\n") << QStringList { guy, {} };
     }
 
     void finishedAssignsFilesToModels()
@@ -159,7 +160,7 @@ private slots:
         LoadPatternList();
         QList<PatternAssignment> files;
         for (const QString &item : items)
-            files.append({item.section(u'|', 0, 0), item.section(u'|', 1)});
+            files.append({ item.section(u'|', 0, 0), item.section(u'|', 1) });
         QList<SkinPattern> edited = Catalogue().PatternList;
         ForgetSkinType(edited, forgotten);
 
@@ -172,14 +173,27 @@ private slots:
         QCOMPARE(Catalogue().ReparseRequested, !reparse.join(QString()).isEmpty());
     }
 
+    void aFailedWriteChangesNothing_data()
+    {
+        QTest::addColumn<QString>("fault");
+        QTest::newRow("folder gone") << u"gone"_s;
+        QTest::newRow("being changed") << u"locked"_s;
+    }
+
     void aFailedWriteChangesNothing()
     {
+        QFETCH(QString, fault);
         QVERIFY(writeTestFile(PatternFilePath(), "soldier,A\r\n"));
         LoadPatternList();
-        setProgramDir(m_dir->filePath(u"gone"_s));
+        QLockFile lock(PatternFilePath() + u".lock"_s);
+        QVERIFY(fault != u"locked" || lock.lock());
+        if (fault == u"gone")
+            setProgramDir(m_dir->filePath(u"gone"_s));
         QVERIFY_THROWS_EXCEPTION(
-            RunError, FinishPatterns({{u"/ut/System/MyGuy.int"_s, u"Male Soldier"_s}}));
-        QCOMPARE(records(), (QStringList {u"soldier|A|"_s, u"||"_s}));
+            RunError, FinishPatterns({ { u"/ut/System/MyGuy.int"_s, u"Male Soldier"_s } }));
+        QCOMPARE(records(), (QStringList { u"soldier|A|"_s, u"||"_s }));
+        QCOMPARE(
+            readTestFile(PatternFilePath()), fault == u"gone" ? QByteArray() : "soldier,A\r\n");
         QVERIFY(!Catalogue().ReparseRequested);
     }
 
@@ -188,23 +202,22 @@ private slots:
         QTest::addColumn<QStringList>("operation");
         QTest::addColumn<QByteArray>("after"); // null: unchanged
 
-        QTest::newRow("forget one") << QStringList {u"forget"_s, u"A"_s}
+        QTest::newRow("forget one") << QStringList { u"forget"_s, u"A"_s }
                                     << QByteArray("soldier,B\r\nTinMan,C\r\nfcommando,B\r\n");
-        QTest::newRow("forget everywhere") << QStringList {u"forget"_s, u"B"_s}
-                                           << QByteArray("soldier,A\r\nTinMan,C\r\n");
-        QTest::newRow("forget the last") << QStringList {u"forget"_s, u"C"_s}
-                                         << QByteArray("soldier,A,B\r\nfcommando,B\r\n");
-        QTest::newRow("forget, case") << QStringList {u"forget"_s, u"c"_s} << QByteArray();
-        QTest::newRow("drop") << QStringList {u"drop"_s, u"soldier"_s}
+        QTest::newRow("forget everywhere")
+            << QStringList { u"forget"_s, u"B"_s } << QByteArray("soldier,A\r\nTinMan,C\r\n");
+        QTest::newRow("forget the last")
+            << QStringList { u"forget"_s, u"C"_s } << QByteArray("soldier,A,B\r\nfcommando,B\r\n");
+        QTest::newRow("forget, case") << QStringList { u"forget"_s, u"c"_s } << QByteArray();
+        QTest::newRow("drop") << QStringList { u"drop"_s, u"soldier"_s }
                               << QByteArray("TinMan,C\r\nfcommando,B\r\n");
-        QTest::newRow("drop, case") << QStringList {u"drop"_s, u"Soldier"_s} << QByteArray();
-        QTest::newRow("move") << QStringList {u"move"_s, u"C"_s, u"soldier"_s}
+        QTest::newRow("drop, case") << QStringList { u"drop"_s, u"Soldier"_s } << QByteArray();
+        QTest::newRow("move") << QStringList { u"move"_s, u"C"_s, u"soldier"_s }
                               << QByteArray("soldier,A,B,C\r\nfcommando,B\r\n");
-        QTest::newRow("move to a new pattern")
-            << QStringList {u"move"_s, u"A"_s, u"Warlord"_s}
-            << QByteArray("soldier,B\r\nTinMan,C\r\nfcommando,B\r\nWarlord,A\r\n");
-        QTest::newRow("move where it is") << QStringList {u"move"_s, u"C"_s, u"TinMan"_s}
-                                          << QByteArray();
+        QTest::newRow("move to a new pattern") << QStringList { u"move"_s, u"A"_s,
+            u"Warlord"_s } << QByteArray("soldier,B\r\nTinMan,C\r\nfcommando,B\r\nWarlord,A\r\n");
+        QTest::newRow("move where it is")
+            << QStringList { u"move"_s, u"C"_s, u"TinMan"_s } << QByteArray();
     }
 
     void changesSavedPatterns()
@@ -212,15 +225,14 @@ private slots:
         QFETCH(QStringList, operation);
         QFETCH(QByteArray, after);
         const QByteArray before("soldier,A,B\r\nTinMan,C\r\nfcommando,B\r\n");
-        QList<SkinPattern> patterns =
-            ParsePatternLines(QString::fromLatin1(before).split(u"\r\n"_s));
+        QList<SkinPattern> patterns
+            = ParsePatternLines(QString::fromLatin1(before).split(u"\r\n"_s));
 
         const QString &what = operation.at(0);
         const QString &skinTypeOrModel = operation.at(1);
         const bool changed = what == "forget"_L1 ? ForgetSkinType(patterns, skinTypeOrModel)
-                             : what == "drop"_L1 ? ForgetPattern(patterns, skinTypeOrModel)
-                                                 : MoveSkinType(patterns, skinTypeOrModel,
-                                                     operation.at(2));
+            : what == "drop"_L1                  ? ForgetPattern(patterns, skinTypeOrModel)
+                                : MoveSkinType(patterns, skinTypeOrModel, operation.at(2));
 
         QCOMPARE(changed, !after.isNull());
         QCOMPARE(crlf(PatternLines(patterns)), after.isNull() ? before : after);
@@ -229,7 +241,7 @@ private slots:
     void editorItemsAndMessages()
     {
         // A path with " - " in it stays whole.
-        PatternAssignment file {u"C:\\UT - GOTY\\System\\MyGuy.int"_s, u"Tin Man"_s};
+        PatternAssignment file { u"C:\\UT - GOTY\\System\\MyGuy.int"_s, u"Tin Man"_s };
         QCOMPARE(file.text(), u"C:\\UT - GOTY\\System\\MyGuy.int - Tin Man"_s);
         ScriptedPrompt prompt;
         prompt.answerNext(MessageAnswer::No);
@@ -242,15 +254,15 @@ private slots:
         ShowSetPatternHelp();
         ShowRemovePatternHelp();
         QCOMPARE(prompt.transcript(),
-            (QStringList {u"Remove Pattern|Are you sure?"_s, u"Remove Pattern|Are you sure?"_s,
+            (QStringList { u"Remove Pattern|Are you sure?"_s, u"Remove Pattern|Are you sure?"_s,
                 u"This is how to set a pattern...|1. Choose one Skin at a time in the list box."
                 "\r\n2. Choose the Model in the combo box.\r\n3. Click the SET PATTERN button."
                 "\r\n4. Repeat and then click FINISHED when done."_s,
                 u"This is how to remove a pattern...|1. Choose one Skin at a time in the list box."
                 "\r\n2. Click the REMOVE PATTERN button.\r\n3. Repeat on each pattern you want "
-                "to remove."_s}));
+                "to remove."_s }));
         QCOMPARE(PatternModelChoices(),
-            (QStringList {u"Male Soldier"_s, u"Female Commando"_s, QString(), u"Tin Man"_s}));
+            (QStringList { u"Male Soldier"_s, u"Female Commando"_s, QString(), u"Tin Man"_s }));
     }
 
 private:

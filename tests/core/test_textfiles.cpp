@@ -1,4 +1,5 @@
 #include "catalogue/intfile.h"
+#include "childprocess.h"
 #include "configfiles/runerror.h"
 #include "configfiles/textdocument.h"
 #include "configfiles/textfile.h"
@@ -13,8 +14,10 @@
 
 #ifdef Q_OS_UNIX
 #include <sys/stat.h>
+#include <unistd.h>
 #endif
 #ifdef __GLIBC__
+#include <dlfcn.h>
 #include <malloc.h>
 #endif
 
@@ -32,6 +35,31 @@ QString outcome(const std::function<void()> &read)
         return QString::number(error.number()) + u'|' + error.message();
     }
 }
+
+#ifdef __GLIBC__
+// How many of the next renames fail as they do on Windows while another
+// program holds the target open.
+int blockedRenames = 0;
+#endif
+
+} // namespace
+
+#ifdef __GLIBC__
+// Takes the place of the C library's rename for Qt's calls.
+extern "C" int rename(const char *from, const char *to)
+{
+    if (blockedRenames > 0) {
+        --blockedRenames;
+        errno = EACCES;
+        return -1;
+    }
+    using Rename = int (*)(const char *, const char *);
+    static const auto real = reinterpret_cast<Rename>(dlsym(RTLD_NEXT, "rename"));
+    return real(from, to);
+}
+#endif
+
+namespace {
 
 #ifdef __GLIBC__
 size_t heapInUse()
@@ -145,6 +173,92 @@ private slots:
         const QString program = programFile.arg(path);
         QCOMPARE(outcome([&] { readAnsiLines(path); }), program);
         QCOMPARE(outcome([&] { ReadIntFile(path); }), program);
+    }
+
+    // A replacement keeps what the player set on the file, refuses what it
+    // would undo and names the real cause when it fails.
+    void writerKeepsOrRefuses_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<QString>("expected"); // %1 the path
+        QTest::addColumn<QByteArray>("content"); // afterwards
+
+        const QByteArray old("old\r\n");
+        QTest::newRow("plain file") << u"file"_s << u"read"_s << QByteArray("new");
+        QTest::newRow("read-only") << u"read-only"_s << u"70|x.ini is read-only: %1"_s << old;
+        QTest::newRow("folder") << u"folder"_s << u"75|x.ini is a folder, not a file: %1"_s
+                                << QByteArray();
+#ifdef Q_OS_UNIX
+        QTest::newRow("hard link") << u"hard link"_s
+                                   << u"75|x.ini has another name (a hard link), which a "
+                                      "replacement would leave with the old content: %1"_s
+                                   << old;
+        QTest::newRow("disk full") << u"disk full"_s << u"61|The disk is full: %1"_s << old;
+#endif
+#ifdef __GLIBC__
+        QTest::newRow("held for a moment") << u"held 2"_s << u"read"_s << QByteArray("new");
+        QTest::newRow("held") << u"held 100"_s << u"75|x.ini is in use by another program: %1"_s
+                              << old;
+#endif
+    }
+
+    void writerKeepsOrRefuses()
+    {
+        QFETCH(QString, kind);
+        QFETCH(QString, expected);
+        QFETCH(QByteArray, content);
+        QTemporaryDir dir;
+        const QString path = dir.filePath(u"x.ini"_s);
+        expected.replace(u"%1"_s, path);
+        if (kind == u"folder")
+            QVERIFY(QDir(dir.path()).mkdir(u"x.ini"_s));
+        else
+            QVERIFY(writeTestFile(path, "old\r\n"));
+        const auto permissions = kind == u"read-only"
+            ? QFile::ReadOwner | QFile::ReadGroup
+            : QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup;
+        QVERIFY(kind == u"folder" || QFile::setPermissions(path, permissions));
+#ifdef Q_OS_UNIX
+        // Only root may give the file away, and then the new file must go
+        // to the same owner.
+        const bool givenAway = chown(QFile::encodeName(path).constData(), 4321, 4322) == 0;
+        if (kind == u"hard link")
+            QCOMPARE(::link(QFile::encodeName(path).constData(),
+                         QFile::encodeName(dir.filePath(u"y.ini"_s)).constData()),
+                0);
+        if (kind == u"disk full") {
+            const int code = runWithFileSizeLimit(3, [&] {
+                const QString got = outcome([&] { writeFileAtomically(path, "new\r\n"); });
+                if (got != expected)
+                    qWarning("%s", qPrintable(got));
+                return got == expected ? 0 : 1;
+            });
+            QCOMPARE(code, 0);
+        }
+#endif
+#ifdef __GLIBC__
+        if (kind.startsWith(u"held "))
+            blockedRenames = kind.sliced(5).toInt();
+#endif
+        if (kind != u"disk full")
+            QCOMPARE(outcome([&] { writeFileAtomically(path, "new"); }), expected);
+
+#ifdef __GLIBC__
+        blockedRenames = 0;
+#endif
+        QCOMPARE(QDir(dir.path()).entryList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot),
+            QStringList(kind == u"hard link" ? QStringList { u"x.ini"_s, u"y.ini"_s }
+                                             : QStringList { u"x.ini"_s }));
+        if (kind == u"folder")
+            return;
+        QCOMPARE(readTestFile(path), content);
+        QCOMPARE(QFile::permissions(path) & ~(QFile::ReadUser | QFile::WriteUser), permissions);
+#ifdef Q_OS_UNIX
+        struct stat info = {};
+        QCOMPARE(stat(QFile::encodeName(path).constData(), &info), 0);
+        if (givenAway)
+            QCOMPARE(QList<uint>({ info.st_uid, info.st_gid }), QList<uint>({ 4321, 4322 }));
+#endif
     }
 
     // A document keeps its lines in one buffer, however short they are.
