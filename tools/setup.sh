@@ -1,9 +1,12 @@
 #!/usr/bin/env bash
 # Installs what building and testing Quorvane needs, and only what is
 # missing: a machine that has everything is left alone (no apt-get update).
+# clang and its runtime libraries (libFuzzer, the sanitizers) build the fuzz
+# targets.
 set -euo pipefail
 
-packages=(cmake ninja-build g++ qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins libgl-dev xvfb xauth python3)
+packages=(cmake ninja-build g++ qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins libgl-dev xvfb xauth python3
+    clang libclang-rt-14-dev)
 
 missing=()
 for package in "${packages[@]}"; do
