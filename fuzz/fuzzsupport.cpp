@@ -19,15 +19,7 @@ class SilentPrompt : public Prompt
 public:
     MessageAnswer ask(const Message &message) override
     {
-        switch (message.buttons) {
-        case MessageButtons::Ok:
-            return MessageAnswer::Ok;
-        case MessageButtons::YesNo:
-            return MessageAnswer::No;
-        case MessageButtons::YesNoCancel:
-            return MessageAnswer::Cancel;
-        }
-        return MessageAnswer::Cancel;
+        return SafeAnswer(message.buttons);
     }
 };
 

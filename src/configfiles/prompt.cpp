@@ -11,12 +11,7 @@ public:
     {
         const QByteArray line = (message.title + QStringLiteral(": ") + message.text).toLocal8Bit();
         std::fprintf(stderr, "%s\n", line.constData());
-        switch (message.buttons) {
-        case MessageButtons::Ok: return MessageAnswer::Ok;
-        case MessageButtons::YesNo: return MessageAnswer::No;
-        case MessageButtons::YesNoCancel: return MessageAnswer::Cancel;
-        }
-        return MessageAnswer::Ok;
+        return SafeAnswer(message.buttons);
     }
 };
 
@@ -24,6 +19,16 @@ StderrPrompt defaultPrompt;
 Prompt *installed = nullptr;
 
 } // namespace
+
+MessageAnswer SafeAnswer(MessageButtons buttons)
+{
+    switch (buttons) {
+    case MessageButtons::Ok: return MessageAnswer::Ok;
+    case MessageButtons::YesNo: return MessageAnswer::No;
+    case MessageButtons::YesNoCancel: return MessageAnswer::Cancel;
+    }
+    return MessageAnswer::Ok;
+}
 
 Prompt &currentPrompt()
 {

@@ -30,6 +30,10 @@ public:
     virtual MessageAnswer ask(const Message &message) = 0;
 };
 
+// The answer that changes nothing: OK for a message, No for a question,
+// Cancel where there is one. A prompt that cannot ask gives it.
+MessageAnswer SafeAnswer(MessageButtons buttons);
+
 // The prompt in use. Until one is installed, messages go to stderr as
 // "title: text" and every question is answered with its safe choice
 // (No, or Cancel where there is one).

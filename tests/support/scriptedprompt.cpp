@@ -15,12 +15,7 @@ MessageAnswer ScriptedPrompt::ask(const Message &message)
     m_messages.append(message);
     if (!m_answers.isEmpty())
         return m_answers.takeFirst();
-    switch (message.buttons) {
-    case MessageButtons::Ok: return MessageAnswer::Ok;
-    case MessageButtons::YesNo: return MessageAnswer::No;
-    case MessageButtons::YesNoCancel: return MessageAnswer::Cancel;
-    }
-    return MessageAnswer::Ok;
+    return SafeAnswer(message.buttons);
 }
 
 QStringList ScriptedPrompt::transcript() const

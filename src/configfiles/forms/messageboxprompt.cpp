@@ -48,15 +48,7 @@ MessageAnswer answerFor(int button, MessageButtons buttons)
     case QMessageBox::Cancel:
         return MessageAnswer::Cancel;
     }
-    switch (buttons) {
-    case MessageButtons::Ok:
-        return MessageAnswer::Ok;
-    case MessageButtons::YesNo:
-        return MessageAnswer::No;
-    case MessageButtons::YesNoCancel:
-        return MessageAnswer::Cancel;
-    }
-    return MessageAnswer::Ok;
+    return SafeAnswer(buttons);
 }
 
 } // namespace
