@@ -13,26 +13,9 @@
 set -eu
 
 cli=${1:?usage: bench/apply.sh PATH/TO/quorvane-cli [WORK_DIR]}
-bench_dir=$(cd "$(dirname "$0")" && pwd)
-runs=${RUNS:-5}
-if [ $# -ge 2 ]; then
-    work=$2
-    mkdir -p "$work"
-else
-    work=$(mktemp -d)
-    trap 'rm -rf "$work"' EXIT
-fi
+work=${2:-}
+. "$(dirname "$0")/common.sh"
 
-# Best wall time in seconds and peak resident memory in KiB of a command.
-measure() {
-    python3 "$bench_dir/measure.py" "$runs" "$@"
-}
-verdict() {
-    python3 -c "import sys; print('PASS' if float(sys.argv[1]) <= float(sys.argv[2]) else 'FAIL')" "$1" "$2"
-}
-ratio() {
-    python3 -c "import sys; print('%.2f' % (float(sys.argv[1]) / float(sys.argv[2])))" "$1" "$2"
-}
 
 "$cli" --program-dir "$work" --config-dir "$work" save --force Bench.qvn > /dev/null
 # The fixed cost of any apply (starting the process, reading the

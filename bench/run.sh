@@ -15,32 +15,9 @@
 set -eu
 
 cli=${1:?usage: bench/run.sh PATH/TO/quorvane-cli [WORK_DIR]}
-bench_dir=$(cd "$(dirname "$0")" && pwd)
-runs=${RUNS:-5}
-if [ $# -ge 2 ]; then
-    work=$2
-    mkdir -p "$work"
-else
-    work=$(mktemp -d)
-    trap 'rm -rf "$work"' EXIT
-fi
+work=${2:-}
+. "$(dirname "$0")/common.sh"
 
-# Best wall time in seconds and peak resident memory in KiB of a command,
-# run RUNS times.
-measure() {
-    python3 - "$runs" "$@" <<'PY'
-import resource, subprocess, sys, time
-runs, command = int(sys.argv[1]), sys.argv[2:]
-best = None
-for _ in range(runs):
-    start = time.perf_counter()
-    subprocess.run(command, check=True, stdout=subprocess.DEVNULL)
-    elapsed = time.perf_counter() - start
-    best = elapsed if best is None else min(best, elapsed)
-peak = resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss
-print("%.4f %d" % (best, peak))
-PY
-}
 
 for count in 5000 10000; do
     folder=$work/game$count
@@ -56,12 +33,6 @@ for count in 5000 10000; do
     eval "read_$count=$read_time scan_$count=$scan_time peak_$count=$scan_peak bytes_$count=$bytes"
 done
 
-verdict() {
-    python3 -c "import sys; print('PASS' if float(sys.argv[1]) <= float(sys.argv[2]) else 'FAIL')" "$1" "$2"
-}
-ratio() {
-    python3 -c "import sys; print('%.2f' % (float(sys.argv[1]) / float(sys.argv[2])))" "$1" "$2"
-}
 
 # A bot class followed by 900,000 ",Class=Texture": on one line, then 1,000
 # to a line.

@@ -20,20 +20,6 @@
 #include <cstdio>
 #include <cstdlib>
 
-namespace {
-
-// Answers every message with its safe choice and prints nothing.
-class SilentPrompt : public Prompt
-{
-public:
-    MessageAnswer ask(const Message &message) override
-    {
-        return SafeAnswer(message.buttons);
-    }
-};
-
-} // namespace
-
 int main(int argc, char **argv)
 {
     QApplication app(argc, argv);

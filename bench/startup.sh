@@ -13,15 +13,8 @@
 set -eu
 
 build=${1:?usage: bench/startup.sh BUILD_DIR [WORK_DIR]}
-bench_dir=$(cd "$(dirname "$0")" && pwd)
-runs=${RUNS:-5}
-if [ $# -ge 2 ]; then
-    work=$2
-    mkdir -p "$work"
-else
-    work=$(mktemp -d)
-    trap 'rm -rf "$work"' EXIT
-fi
+work=${2:-}
+. "$(dirname "$0")/common.sh"
 export QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-offscreen}
 
 folder=$work/game5000
@@ -36,14 +29,14 @@ printf '[SplashScreen]\r\n1\r\n\r\n[UTPath]\r\n0\r\n%s/\r\n%s/\r\n' \
     "$folder/configs" "$folder/game" > "$folder/program/options.ini"
 cat "$folder"/game/System/*.int > /dev/null
 
-set -- $(python3 "$bench_dir/measure.py" "$runs" "$build/src/quorvane-cli" \
+set -- $(measure "$build/src/quorvane-cli" \
     --program-dir "$folder/program" --game-dir "$folder/game" scan --json)
 scan_time=$1
-set -- $(python3 "$bench_dir/measure.py" "$runs" "$build/bench/bench_startup" "$folder/program")
+set -- $(measure "$build/bench/bench_startup" "$folder/program")
 startup_time=$1
 startup_peak=$2
-result=$(python3 -c "import sys; r = float(sys.argv[1]) / float(sys.argv[2]); print('%.2f %s' % (r, 'PASS' if r <= 1.5 else 'FAIL'))" \
-    "$startup_time" "$scan_time")
+result=$(ratio "$startup_time" "$scan_time")
+outcome=$(verdict "$result" 1.5)
 echo "scan --json: $scan_time s; start-up to the main window: $startup_time s, $startup_peak KiB"
-echo "start-up / scan: ${result% *} (target <= 1.5)  ${result#* }"
-[ "${result#* }" = PASS ]
+echo "start-up / scan: $result (target <= 1.5)  $outcome"
+[ "$outcome" = PASS ]

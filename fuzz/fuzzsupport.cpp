@@ -10,21 +10,6 @@
 
 #include <cstdlib>
 
-namespace {
-
-// Answers every message with its safe choice, as the default prompt does,
-// but prints nothing: a fuzz run shows millions of them.
-class SilentPrompt : public Prompt
-{
-public:
-    MessageAnswer ask(const Message &message) override
-    {
-        return SafeAnswer(message.buttons);
-    }
-};
-
-} // namespace
-
 QString fuzzWorkDir()
 {
     static SilentPrompt prompt;

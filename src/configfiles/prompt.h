@@ -34,6 +34,14 @@ public:
 // Cancel where there is one. A prompt that cannot ask gives it.
 MessageAnswer SafeAnswer(MessageButtons buttons);
 
+// Gives every message its safe answer and shows nothing: for runs that
+// meet millions of messages, such as fuzzing and benchmarks.
+class SilentPrompt final : public Prompt
+{
+public:
+    MessageAnswer ask(const Message &message) override { return SafeAnswer(message.buttons); }
+};
+
 // The prompt in use. Until one is installed, messages go to stderr as
 // "title: text" and every question is answered with its safe choice
 // (No, or Cancel where there is one).
@@ -42,6 +50,5 @@ Prompt &currentPrompt();
 void installPrompt(Prompt *prompt);
 
 MessageAnswer showMessage(const QString &title, const QString &text,
-                          MessageButtons buttons = MessageButtons::Ok,
-                          MessageIcon icon = MessageIcon::None);
+    MessageButtons buttons = MessageButtons::Ok, MessageIcon icon = MessageIcon::None);
 MessageAnswer showMessage(const Message &message);
