@@ -140,6 +140,41 @@ QList<SkinPattern> parsePatterns(const QStringList &lines, bool showProgress)
 
 } // namespace
 
+namespace {
+
+// pattern.ini as it is now: a file that is not there holds no patterns.
+QList<SkinPattern> currentPatterns(const QString &path)
+{
+    try {
+        return ParsePatternLines(ReadIntFile(path));
+    } catch (const RunError &error) {
+        if (error.number() != int(ErrNum::FileNotFound))
+            throw;
+        return ParsePatternLines({});
+    }
+}
+
+// The read, the change and the write under one lock, so that two editors
+// of the file cannot lose one another's change. Answers whether the lines
+// changed and were written.
+bool updatePatternFile(const std::function<void(QList<SkinPattern> &)> &change)
+{
+    const QString path = PatternFilePath();
+    const FileLock lock(path);
+    const QList<SkinPattern> current = currentPatterns(path);
+    QList<SkinPattern> changed = current;
+    change(changed);
+    const QStringList lines = PatternLines(changed);
+    const bool written = lines != PatternLines(current);
+    if (written)
+        writeAnsiLines(path, lines);
+    // Read again, so that the table is the file's, record for record.
+    Catalogue().PatternList = ParsePatternLines(lines);
+    return written;
+}
+
+} // namespace
+
 QStringList PatternLines(const QList<SkinPattern> &patterns)
 {
     QStringList lines;
@@ -216,37 +251,32 @@ void AddToPattern(QList<SkinPattern> &patterns, const QString &model, const QStr
     patterns.append(newPattern(model, skinType));
 }
 
-void FinishPatterns(const QList<PatternAssignment> &files, const QList<SkinPattern> &patterns)
+void FinishPatterns(const QList<PatternAssignment> &files, const QList<PatternEdit> &edits)
 {
-    ModelCatalogue &catalogue = Catalogue();
     // Positions follow the list's items; unassigned items leave free entries.
     QStringList reparse(2);
-    QList<SkinPattern> finished = patterns;
     bool assigned = false;
-    for (qsizetype i = 0; i < files.size(); ++i) {
-        const PatternAssignment &file = files.at(i);
-        if (file.modelDescription.isEmpty())
-            continue;
-        assigned = true;
-        if (reparse.size() < i + 2)
-            reparse.resize(i + 2);
-        reparse[i] = file.path;
-        const QString skinType = unmatchedSkinType(file.path);
-        const MISCLASS *model = modelDescribedAs(file.modelDescription);
-        if (skinType.isEmpty() || !model || model->SkinType.isEmpty())
-            continue;
-        AddToPattern(finished, model->SkinType, skinType);
-    }
-    if (assigned || PatternLines(finished) != PatternLines(catalogue.PatternList))
-        SavePatternList(finished);
+    updatePatternFile([&](QList<SkinPattern> &patterns) {
+        for (const PatternEdit &edit : edits)
+            edit(patterns);
+        for (qsizetype i = 0; i < files.size(); ++i) {
+            const PatternAssignment &file = files.at(i);
+            if (file.modelDescription.isEmpty())
+                continue;
+            assigned = true;
+            if (reparse.size() < i + 2)
+                reparse.resize(i + 2);
+            reparse[i] = file.path;
+            const QString skinType = unmatchedSkinType(file.path);
+            const MISCLASS *model = modelDescribedAs(file.modelDescription);
+            if (!skinType.isEmpty() && model && !model->SkinType.isEmpty())
+                AddToPattern(patterns, model->SkinType, skinType);
+        }
+    });
+    ModelCatalogue &catalogue = Catalogue();
     catalogue.ReparseFiles = reparse;
     if (assigned)
         catalogue.ReparseRequested = true;
-}
-
-void FinishPatterns(const QList<PatternAssignment> &files)
-{
-    FinishPatterns(files, Catalogue().PatternList);
 }
 
 bool ForgetSkinType(QList<SkinPattern> &patterns, const QString &skinType)
@@ -284,11 +314,8 @@ bool MoveSkinType(QList<SkinPattern> &patterns, const QString &skinType, const Q
 
 bool ForgetSkinType(const QString &skinType)
 {
-    QList<SkinPattern> patterns = Catalogue().PatternList;
-    if (!ForgetSkinType(patterns, skinType))
-        return false;
-    SavePatternList(patterns);
-    return true;
+    return updatePatternFile(
+        [&](QList<SkinPattern> &patterns) { ForgetSkinType(patterns, skinType); });
 }
 
 bool RemovePatternAssignment(PatternAssignment &file)

@@ -6,6 +6,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 // pattern.ini beside the program assigns skin types that name no model to a
 // model: one pattern per line, "<model's SkinType>,<skin type>,<skin type>...",
 // no header, no quoting; skin types are compared case-sensitively.
@@ -46,19 +48,22 @@ QList<PatternAssignment> &PatternEditorFiles();
 // are no slots at all.
 QStringList PatternModelChoices();
 
-// The editor's Finished: each assigned file's skin type (from its
-// UnmatchedSkins record) joins the pattern of the model with that
-// description, compared without regard to case, or a new pattern for it,
-// in `patterns` (the editor's copy of the saved patterns, which the user may
-// have changed too); the result is written when it differs from
-// Catalogue().PatternList or a file was assigned, and the assigned files are
-// handed to the scan to be parsed again (ReparseFiles, ReparseRequested).
-// With nothing assigned and nothing changed, nothing is written and no
-// re-parse is asked for. Throws RunError when the file cannot be written;
-// the patterns and the hand-over are then unchanged.
-void FinishPatterns(const QList<PatternAssignment> &files, const QList<SkinPattern> &patterns);
-// The same on the saved patterns as they are.
-void FinishPatterns(const QList<PatternAssignment> &files);
+// An edit of the saved patterns. The pattern editor keeps the user's edits
+// as these, so that they are made on pattern.ini as it is when they are
+// saved, not as it was read at start-up: a change another window or a
+// command has made since is kept.
+using PatternEdit = std::function<void(QList<SkinPattern> &)>;
+
+// The editor's Finished. Under the file's lock, pattern.ini is read again,
+// `edits` are made on it in order, and each assigned file's skin type (from
+// its UnmatchedSkins record) joins the pattern of the model with that
+// description, compared without regard to case, or a new pattern for it;
+// the result is written when its lines differ and becomes
+// Catalogue().PatternList. The assigned files are handed to the scan to be
+// parsed again (ReparseFiles, ReparseRequested). Throws RunError when the
+// file cannot be read or written; the patterns and the hand-over are then
+// unchanged.
+void FinishPatterns(const QList<PatternAssignment> &files, const QList<PatternEdit> &edits = {});
 
 // The same rule on a table alone: `skinType` joins the record of `model` (a
 // model's SkinType), or starts one in the first free record or a new one.
@@ -73,8 +78,8 @@ void AddToPattern(QList<SkinPattern> &patterns, const QString &model, const QStr
 bool ForgetSkinType(QList<SkinPattern> &patterns, const QString &skinType);
 bool ForgetPattern(QList<SkinPattern> &patterns, const QString &model);
 bool MoveSkinType(QList<SkinPattern> &patterns, const QString &skinType, const QString &model);
-// ForgetSkinType on the saved patterns, written like SavePatternList when
-// anything changed.
+// ForgetSkinType on pattern.ini as it is, written when anything changed, as
+// FinishPatterns does.
 bool ForgetSkinType(const QString &skinType);
 
 // The editor's buttons that talk to the user. RemovePatternAssignment asks

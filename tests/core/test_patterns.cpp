@@ -161,16 +161,47 @@ private slots:
         QList<PatternAssignment> files;
         for (const QString &item : items)
             files.append({ item.section(u'|', 0, 0), item.section(u'|', 1) });
-        QList<SkinPattern> edited = Catalogue().PatternList;
-        ForgetSkinType(edited, forgotten);
-
-        FinishPatterns(files, edited);
+        FinishPatterns(
+            files, { [&](QList<SkinPattern> &patterns) { ForgetSkinType(patterns, forgotten); } });
 
         const QByteArray expected = after.isNull() ? before : after;
         QCOMPARE(readTestFile(PatternFilePath()), expected);
         QCOMPARE(crlf(PatternLines(Catalogue().PatternList)), expected);
         QCOMPARE(Catalogue().ReparseFiles, reparse);
         QCOMPARE(Catalogue().ReparseRequested, !reparse.join(QString()).isEmpty());
+    }
+
+    // Another window or a command changed pattern.ini after it was read:
+    // Finished makes its edits on the file as it is then, and keeps both.
+    void finishedKeepsChangesMadeMeanwhile_data()
+    {
+        QTest::addColumn<QByteArray>("meanwhile"); // null: the file was deleted
+        QTest::addColumn<QByteArray>("after");
+
+        QTest::newRow("a pattern added")
+            << QByteArray("soldier,A,B\r\nTinMan,Z\r\n")
+            << QByteArray("soldier,B,MyGuy\r\nTinMan,Z\r\n");
+        QTest::newRow("the forgotten skin type's pattern removed")
+            << QByteArray("TinMan,Z\r\n") << QByteArray("TinMan,Z\r\nsoldier,MyGuy\r\n");
+        QTest::newRow("the file deleted") << QByteArray() << QByteArray("soldier,MyGuy\r\n");
+    }
+
+    void finishedKeepsChangesMadeMeanwhile()
+    {
+        QFETCH(QByteArray, meanwhile);
+        QFETCH(QByteArray, after);
+        QVERIFY(writeTestFile(PatternFilePath(), "soldier,A\r\n"));
+        LoadPatternList();
+        if (meanwhile.isNull())
+            QVERIFY(QFile::remove(PatternFilePath()));
+        else
+            QVERIFY(writeTestFile(PatternFilePath(), meanwhile));
+
+        FinishPatterns({ { u"/ut/System/MyGuy.int"_s, u"Male Soldier"_s } },
+            { [](QList<SkinPattern> &patterns) { ForgetSkinType(patterns, u"A"_s); } });
+
+        QCOMPARE(readTestFile(PatternFilePath()), after);
+        QCOMPARE(crlf(PatternLines(Catalogue().PatternList)), after);
     }
 
     void aFailedWriteChangesNothing_data()

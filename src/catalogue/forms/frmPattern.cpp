@@ -167,6 +167,7 @@ void frmPattern::loadFiles()
     if (!files.isEmpty())
         lstFiles->setCurrentItem(lstFiles->topLevelItem(0));
     m_patterns = Catalogue().PatternList;
+    m_edits.clear();
     showSavedPatterns();
     updateButtons();
 }
@@ -287,7 +288,7 @@ void frmPattern::cmdRemovePattern_Click()
 void frmPattern::cmdFinished_Click()
 {
     try {
-        FinishPatterns(PatternEditorFiles(), m_patterns);
+        FinishPatterns(PatternEditorFiles(), m_edits);
     } catch (const RunError &error) {
         // The user may free the file and try again, or go on without the
         // changes; either way the start-up must be able to continue.
@@ -301,6 +302,13 @@ void frmPattern::cmdFinished_Click()
     accept();
 }
 
+void frmPattern::edit(const PatternEdit &change)
+{
+    change(m_patterns);
+    m_edits.append(change);
+    showSavedPatterns();
+}
+
 void frmPattern::cmdMoveSkinType_Click()
 {
     const QTreeWidgetItem *item = tvwPatterns->currentItem();
@@ -308,8 +316,8 @@ void frmPattern::cmdMoveSkinType_Click()
     if (!isSkinTypeItem(item) || slot < 0)
         return;
     const QString skinType = item->data(0, PatternRole).toString();
-    MoveSkinType(m_patterns, skinType, Catalogue().MISCCLASSES.at(slot).SkinType);
-    showSavedPatterns();
+    const QString model = Catalogue().MISCCLASSES.at(slot).SkinType;
+    edit([=](QList<SkinPattern> &patterns) { MoveSkinType(patterns, skinType, model); });
     updateButtons();
 }
 
@@ -330,9 +338,8 @@ void frmPattern::cmdDeletePattern_Click()
         != MessageAnswer::Yes)
         return;
     if (skinType)
-        ForgetSkinType(m_patterns, key);
+        edit([=](QList<SkinPattern> &patterns) { ForgetSkinType(patterns, key); });
     else
-        ForgetPattern(m_patterns, key);
-    showSavedPatterns();
+        edit([=](QList<SkinPattern> &patterns) { ForgetPattern(patterns, key); });
     updateButtons();
 }

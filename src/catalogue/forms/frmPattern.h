@@ -1,6 +1,7 @@
 #pragma once
 
 #include "catalogue/modelcatalogue.h"
+#include "catalogue/patternfile.h"
 
 #include <QDialog>
 
@@ -57,6 +58,8 @@ private:
 
     void fillModels();
     void showSavedPatterns();
+    // Makes the edit on what the user sees and keeps it for Finished.
+    void edit(const PatternEdit &change);
     void updateButtons();
     void showAssignment(int row);
     QList<int> selectedRows() const;
@@ -64,5 +67,8 @@ private:
     int chosenModel() const;
 
     // The saved patterns as changed here, written by Finished.
+    // The saved patterns as the user sees them, and the edits that made
+    // them so, which Finished makes on the file as it is then.
     QList<SkinPattern> m_patterns;
+    QList<PatternEdit> m_edits;
 };
