@@ -7,10 +7,12 @@ target_compile_features(quorvane_common INTERFACE cxx_std_20)
 target_compile_definitions(quorvane_common INTERFACE
     QT_NO_CONTEXTLESS_CONNECT
     QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
-    QT_DISABLE_DEPRECATED_UP_TO=0x060000
-    QUORVANE_VERSION_MAJOR=${PROJECT_VERSION_MAJOR}
-    QUORVANE_VERSION_MINOR=${PROJECT_VERSION_MINOR}
-    QUORVANE_VERSION_PATCH=${PROJECT_VERSION_PATCH})
+    QT_DISABLE_DEPRECATED_UP_TO=0x060000)
+
+# buildconfig.h: the version and the install layout, for every target.
+configure_file(${CMAKE_CURRENT_LIST_DIR}/buildconfig.h.in
+               ${PROJECT_BINARY_DIR}/generated/buildconfig.h @ONLY)
+target_include_directories(quorvane_common INTERFACE ${PROJECT_BINARY_DIR}/generated)
 
 if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
     target_compile_options(quorvane_common INTERFACE -Wall -Wextra -Wpedantic)

@@ -2,11 +2,14 @@
 # Installs what building and testing Quorvane needs, and only what is
 # missing: a machine that has everything is left alone (no apt-get update).
 # clang and its runtime libraries (libFuzzer, the sanitizers) build the fuzz
-# targets.
+# targets; help2man writes the manual pages, dpkg-dev and file let cpack
+# work out the Debian package's dependencies, desktop-file-utils and
+# appstream check the desktop entry and the AppStream data.
 set -euo pipefail
 
 packages=(cmake ninja-build g++ qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins libgl-dev xvfb xauth python3
-    clang libclang-rt-14-dev)
+    clang libclang-rt-14-dev
+    help2man dpkg-dev file desktop-file-utils appstream)
 
 missing=()
 for package in "${packages[@]}"; do

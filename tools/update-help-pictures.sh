@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Copies the window pictures of the user guide from a build's screenshots
-# into src/data/help/images/. The screenshot tests save one PNG per window,
+# into src/data/help/images/, and those of the README into docs/. The
+# screenshot tests save one PNG per window,
 # named after its data tag, into build/<preset>/screenshots/.
 #
 #   bash tools/update-help-pictures.sh [BUILD_DIR | SCREENSHOT_DIR]
@@ -14,7 +15,8 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-# Screenshot data tag -> picture name in the guide.
+# Screenshot data tag -> picture name in the guide, or a path from the
+# project's folder (the README's pictures in docs/).
 mapping=(
     frmSplash:frmSplash.png
     dlgFirstRun:dlgFirstRun.png
@@ -30,6 +32,11 @@ mapping=(
     dlgOptionsOther:dlgOptionsOther.png
     dlgLaunchUT:dlgLaunchUT.png
     frmAbout:frmAbout.png
+    frmBotsEditing:docs/main-window.png
+    frmSplash:docs/splash.png
+    dlgApply:docs/apply.png
+    frmBadFiles:docs/unmatched-skins.png
+    dlgOptionsPaths:docs/options.png
 )
 max_bytes=$((200 * 1024))
 guide=src/data/help/index.html
@@ -48,7 +55,7 @@ if [ ! -d "$source_dir" ]; then
     exit 1
 fi
 
-mkdir -p "$images"
+mkdir -p "$images" docs
 status=0
 declare -A mapped=()
 for entry in "${mapping[@]}"; do
@@ -72,8 +79,10 @@ for entry in "${mapping[@]}"; do
         status=1
         continue
     fi
-    cp "$shot" "$images/$picture"
-    echo "copied:   $tag.png -> $images/$picture ($((size / 1024)) KB)"
+    target="$images/$picture"
+    case "$picture" in */*) target=$picture ;; esac
+    cp "$shot" "$target"
+    echo "copied:   $tag.png -> $target ($((size / 1024)) KB)"
 done
 
 # A picture the guide shows but no screenshot provides would stay stale.
@@ -83,5 +92,11 @@ while read -r picture; do
         status=1
     fi
 done < <(grep -o 'images/[A-Za-z0-9_.-]*\.png' "$guide" | sed 's|^images/||' | sort -u)
+while read -r picture; do
+    if [ -z "${mapped[$picture]:-}" ]; then
+        echo "unmapped: README.md shows $picture, which no screenshot provides"
+        status=1
+    fi
+done < <(grep -o 'docs/[A-Za-z0-9_.-]*\.png' README.md | sort -u)
 
 exit "$status"

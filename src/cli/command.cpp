@@ -50,7 +50,8 @@ QList<QCommandLineOption> globalOptionList()
     return {
         {QStringLiteral("program-dir"),
          QStringLiteral("Where options.ini, int.ini, pattern.ini and reports live (default: the "
-                        "executable's directory)."),
+                        "executable's directory, or the per-user data folder when the program "
+                        "is installed or its directory is read-only)."),
          QStringLiteral("DIR")},
         {QStringLiteral("game-dir"),
          QStringLiteral("The game directory, instead of the one in options.ini."),
@@ -98,11 +99,11 @@ void CommandContext::parse(QCommandLineParser &parser, qsizetype positionalCount
     parser.addOptions(globalOptionList());
 
     QStringList arguments = m_arguments;
-    arguments.prepend(QCoreApplication::applicationName() + u' ' + m_command);
+    arguments.prepend(programName() + u' ' + m_command);
     if (!parser.parse(arguments))
         usageError(parser.errorText());
     if (parser.isSet(help)) {
-        writeTo(stdout, helpText(parser, QCoreApplication::applicationName() + u' ' + m_command));
+        writeTo(stdout, helpText(parser, programName() + u' ' + m_command));
         throw CommandExit{ExitStatus::Success};
     }
     if (parser.positionalArguments().size() != positionalCount)
@@ -217,6 +218,6 @@ void fail(const QString &text)
 
 void usageError(const QString &text)
 {
-    printError(QCoreApplication::applicationName() + QStringLiteral(": ") + text);
+    printError(programName() + QStringLiteral(": ") + text);
     throw CommandExit{ExitStatus::Usage};
 }

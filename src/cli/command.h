@@ -16,6 +16,14 @@ enum : int {
 };
 }
 
+// The name the program goes by in its help and messages. The application's
+// own name is the window program's (NameApplication()), so that both use the
+// same per-user folder.
+inline QString programName()
+{
+    return QStringLiteral("quorvane-cli");
+}
+
 // Ends the running command with `status`; whatever explains it has already
 // been printed.
 struct CommandExit

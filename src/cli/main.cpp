@@ -1,6 +1,7 @@
 #include "command.h"
 
 #include "configfiles/runerror.h"
+#include "startup/programdirectory.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -25,11 +26,7 @@ QString commandList()
 int main(int argc, char *argv[])
 {
     QCoreApplication app(argc, argv);
-    QCoreApplication::setApplicationName(QStringLiteral("quorvane-cli"));
-    QCoreApplication::setApplicationVersion(QStringLiteral("%1.%2.%3")
-                                                .arg(QUORVANE_VERSION_MAJOR)
-                                                .arg(QUORVANE_VERSION_MINOR)
-                                                .arg(QUORVANE_VERSION_PATCH));
+    NameApplication();
 
     QCommandLineParser parser;
     parser.setApplicationDescription(
@@ -46,14 +43,12 @@ int main(int argc, char *argv[])
         if (!parser.parse(QCoreApplication::arguments()))
             usageError(parser.errorText());
         if (parser.isSet(version)) {
-            printLine(QCoreApplication::applicationName() + u' '
-                      + QCoreApplication::applicationVersion());
+            printLine(programName() + u' ' + QCoreApplication::applicationVersion());
             return ExitStatus::Success;
         }
         QStringList arguments = parser.positionalArguments();
         if (parser.isSet(help) || arguments.isEmpty()) {
-            const QString usage = helpText(parser, QCoreApplication::applicationName())
-                                  + u"\n\n"_s + commandList();
+            const QString usage = helpText(parser, programName()) + u"\n\n"_s + commandList();
             if (!parser.isSet(help)) {
                 printError(usage.trimmed());
                 return ExitStatus::Usage;
@@ -73,7 +68,7 @@ int main(int argc, char *argv[])
     } catch (const CommandExit &exit) {
         return exit.status;
     } catch (const RunError &error) {
-        printError(QCoreApplication::applicationName() + QStringLiteral(": ") + error.message());
+        printError(programName() + QStringLiteral(": ") + error.message());
         return ExitStatus::Failed;
     }
 }

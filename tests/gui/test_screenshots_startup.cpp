@@ -1,3 +1,4 @@
+#include "catalogue/modelcatalogue.h"
 #include "configfiles/forms/dlgChangePath.h"
 #include "configfiles/forms/dlgDescr.h"
 #include "configfiles/forms/dlgError.h"
@@ -10,6 +11,8 @@
 #include "startup/options.h"
 #include "startup/programdirectory.h"
 
+#include "editorfixture.h"
+#include "samplecatalogue.h"
 #include "screenshots.h"
 
 #include <QCheckBox>
@@ -45,6 +48,17 @@ QWidget *folderChooser()
     auto *form = new dlgChangePath;
     form->setWindowTitle("Choose Configuration Directory...");
     form->setPath(QDir::homePath());
+    return form;
+}
+
+// The main window as a user edits a list, for the README.
+QWidget *editingMainWindow()
+{
+    Catalogue() = SampleCatalogue();
+    auto *form = new frmBots;
+    prepareLikeStartup(*form);
+    form->EnableAll(true);
+    form->setCurrentFile("Tournament.qvn");
     return form;
 }
 
@@ -88,6 +102,7 @@ void TestScreenshotsStartup::forms_data()
     QTest::newRow("dlgChangePath") << MakeForm(folderChooser) << "Choose Configuration Directory..." << "lblFolder=Folder:";
     QTest::newRow("dlgDescr") << MakeForm([] { return new dlgDescr; }) << "Enter Description" << "lblWarning=Changes are only applied.  Must save configuration to save description.";
     QTest::newRow("frmBots") << MakeForm([] { return new frmBots; }) << "Quorvane for Unreal Tournament" << "lblFavWep=Favorite Weapon:";
+    QTest::newRow("frmBotsEditing") << MakeForm(editingMainWindow) << "Tournament.qvn[*] - Quorvane for Unreal Tournament" << "lblFavWep=Favorite Weapon:";
 }
 // clang-format on
 

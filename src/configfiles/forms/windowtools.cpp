@@ -84,7 +84,7 @@ bool PerformShellAction(const QString &document)
 
 bool OpenUserGuide(const QString &section)
 {
-    QUrl guide = QUrl::fromLocalFile(ProgramDir() + QStringLiteral("help/index.html"));
+    QUrl guide = QUrl::fromLocalFile(UserGuideFile());
     if (!section.isEmpty())
         guide.setFragment(section);
     return QDesktopServices::openUrl(guide);

@@ -21,8 +21,9 @@ void RemoveCloseMenu(QWidget *window);
 // Returns whether the system accepted the request.
 bool PerformShellAction(const QString &document);
 
-// Opens the user guide (help/index.html in the program's directory) in the
-// browser, at `section` (an id of the guide's headings) when one is given.
+// Opens the user guide (help/index.html of the program's directory or of
+// the installation, UserGuideFile()) in the browser, at `section` (an id of
+// the guide's headings) when one is given.
 bool OpenUserGuide(const QString &section = {});
 
 // The text a label shows for a caption: "&&" stands for one "&".

@@ -1,5 +1,6 @@
 #include "frmAbout.h"
 
+#include "buildconfig.h"
 #include "configfiles/forms/windowtools.h"
 #include "weblinks.h"
 
@@ -21,10 +22,7 @@ frmAbout::frmAbout(QWidget *parent)
     : QDialog(parent)
     , lblTitle(wrappedLabel(this, "lblTitle", QStringLiteral("Quorvane")))
     , lblVersion(wrappedLabel(this, "lblVersion",
-          QStringLiteral("Version %1.%2.%3")
-              .arg(QUORVANE_VERSION_MAJOR)
-              .arg(QUORVANE_VERSION_MINOR)
-              .arg(QUORVANE_VERSION_PATCH)))
+          QStringLiteral("Version " QUORVANE_VERSION)))
     , lblPurpose(wrappedLabel(this, "lblPurpose",
           QStringLiteral("Keeps your practice-bot lists for Unreal Tournament and puts the one "
                          "you choose into the game.")))

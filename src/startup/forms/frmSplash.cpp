@@ -1,5 +1,6 @@
 #include "frmSplash.h"
 
+#include "buildconfig.h"
 #include "configfiles/forms/windowtools.h"
 #include "startup/options.h"
 #include "widgets/startupartwork.h"
@@ -17,10 +18,7 @@ namespace {
 
 QString versionLine()
 {
-    return QStringLiteral("Version %1.%2.%3 Beta")
-        .arg(QUORVANE_VERSION_MAJOR)
-        .arg(QUORVANE_VERSION_MINOR)
-        .arg(QUORVANE_VERSION_PATCH);
+    return QStringLiteral("Version " QUORVANE_VERSION " Beta");
 }
 
 } // namespace
