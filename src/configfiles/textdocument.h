@@ -26,19 +26,52 @@ public:
         QByteArray ending;
     };
 
-    static TextDocument fromBytes(const QByteArray &bytes);
+    // How a file is encoded and ends its lines.
+    struct Format
+    {
+        Encoding encoding = Encoding::Ansi;
+        qsizetype byteOrderMarkSize = 0;
+        // That of its first line, CR LF when it has none.
+        QByteArray newline;
+    };
+
+    static Format formatOf(QByteArrayView file);
+    static TextDocument fromBytes(QByteArray bytes);
+    // Lines cut out of a file of the given format, from the start of a line
+    // after its byte-order mark on, as a document of their own.
+    static TextDocument fromPart(QByteArray part, const Format &format);
+    // Where in `file` the first line starts whose text, without its
+    // trailing spaces, is `ascii` in any capitals; -1 when there is none.
+    // Lines are found by their first character, which must be one without
+    // capitals, and only those that start with it are read further, so that
+    // a file of millions of lines is searched about as fast as memory is
+    // read.
+    static qsizetype findLineStart(
+        QByteArrayView file, const Format &format, QLatin1StringView ascii);
+    // Where the line that starts at `start` ends, its ending included.
+    static qsizetype lineEnd(QByteArrayView file, const Format &format, qsizetype start);
+    // Where the first empty line after the line at `start` starts, or the
+    // file's end.
+    static qsizetype nextEmptyLine(QByteArrayView file, const Format &format, qsizetype start);
+    // Whether the file's last line has no ending.
+    static bool endsWithOpenLine(QByteArrayView file, const Format &format);
     // Throws RunError when the file cannot be read.
     static TextDocument load(const QString &path);
 
     QByteArray toBytes() const;
 
-    Encoding encoding() const { return m_encoding; }
-    bool hasByteOrderMark() const { return m_byteOrderMarkSize > 0; }
+    Encoding encoding() const { return m_format.encoding; }
+    bool hasByteOrderMark() const { return m_format.byteOrderMarkSize > 0; }
 
     qsizetype lineCount() const { return m_lines.size(); }
     Line line(qsizetype index) const;
     QString text(qsizetype index) const;
     QString text(const Line &line) const;
+    // The first line from `from` on whose text, without its trailing spaces,
+    // is `ascii` in any capitals; lineCount() when there is none. The lines
+    // are compared where they lie, undecoded, so that searching a user.ini
+    // of millions of lines costs little more than reading it.
+    qsizetype findLine(qsizetype from, QLatin1StringView ascii) const;
 
     // Puts `lines` in place of the `count` lines from `first`. A last line
     // without an ending gets this file's own when lines come after it.
@@ -53,7 +86,7 @@ public:
     Line makeLineFromAnsi(const QByteArray &ansi) const;
     // The line ending of this file, encoded: that of its first line, CR LF
     // when it has none.
-    QByteArray newline() const { return m_newline; }
+    QByteArray newline() const { return m_format.newline; }
 
 private:
     // Where a line's bytes, its ending included, lie in m_bytes. 32 bits
@@ -64,17 +97,15 @@ private:
         quint32 size;
     };
 
+    void indexLines();
     QByteArrayView bytesOf(Span span) const;
-    qsizetype endingSize(QByteArrayView bytes) const;
     Span append(const Line &line);
     QString decode(QByteArrayView content) const;
     QByteArray encode(const QString &text) const;
 
-    Encoding m_encoding = Encoding::Ansi;
+    Format m_format;
     // The file as given, then the bytes of the lines put in since.
     QByteArray m_bytes;
-    qsizetype m_byteOrderMarkSize = 0;
-    QByteArray m_newline;
     QList<Span> m_lines;
     bool m_edited = false;
 };

@@ -12,6 +12,10 @@
 #include <algorithm>
 #include <optional>
 
+#ifdef Q_OS_WIN
+#include <QDir>
+#include <windows.h>
+#endif
 #ifdef Q_OS_UNIX
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -176,7 +180,7 @@ struct FileIdentity
 // read-only file (by its bits, which root's access() ignores) or a file with
 // more names than one, which a new file would split off. Returns its owner
 // when it exists.
-std::optional<FileIdentity> replaceableFile(const QString &path)
+std::optional<FileIdentity> replaceableFile(const QString &path, int namesOfOurs = 0)
 {
     const QFileInfo info(path);
     if (info.isDir())
@@ -189,10 +193,11 @@ std::optional<FileIdentity> replaceableFile(const QString &path)
     struct stat status = {};
     if (::stat(QFile::encodeName(path).constData(), &status) != 0)
         return std::nullopt;
-    if (status.st_nlink > 1)
+    if (status.st_nlink > nlink_t(1 + namesOfOurs))
         throw hardLinked(path);
     return FileIdentity { status.st_uid, status.st_gid };
 #else
+    Q_UNUSED(namesOfOurs);
     return std::nullopt;
 #endif
 }
@@ -210,10 +215,18 @@ void keepOwner(QSaveFile &file, const FileIdentity &identity)
 #endif
 }
 
+// A write that stopped short without an error of its own ran out of room.
+RunError writeError(const QFileDevice &file, const QString &path)
+{
+    return file.error() == QFileDevice::NoError
+        ? RunError(ErrNum::DiskFull, QStringLiteral("The disk is full"), path)
+        : fileError(file, path);
+}
+
 // One attempt at replacing `path`; false when only the final rename failed
 // and this is not the last attempt. A failed commit throws the temporary
 // file away, so each attempt writes it anew.
-bool tryReplace(const QString &path, QByteArrayView content,
+bool tryReplace(const QString &path, const QList<QByteArrayView> &pieces,
     const std::optional<FileIdentity> &identity, bool lastAttempt)
 {
     QSaveFile file(path);
@@ -223,12 +236,12 @@ bool tryReplace(const QString &path, QByteArrayView content,
         throw fileError(file, path);
     if (identity)
         keepOwner(file, *identity);
-    if (file.write(content.data(), content.size()) != content.size()) {
-        const RunError error = file.error() == QFileDevice::NoError
-            ? RunError(ErrNum::DiskFull, QStringLiteral("The disk is full"), path)
-            : fileError(file, path);
-        file.cancelWriting();
-        throw error;
+    for (const QByteArrayView content : pieces) {
+        if (file.write(content.data(), content.size()) != content.size()) {
+            const RunError error = writeError(file, path);
+            file.cancelWriting();
+            throw error;
+        }
     }
     if (file.commit())
         return true;
@@ -304,10 +317,41 @@ QStringList readAnsiLines(const QString &path, qint64 maxBytes)
 
 void writeFileAtomically(const QString &path, QByteArrayView content)
 {
-    const std::optional<FileIdentity> identity = replaceableFile(path);
-    for (int attempt = 1; !tryReplace(path, content, identity, attempt == CommitAttempts);
+    writeFileAtomically(path, QList<QByteArrayView> { content });
+}
+
+void writeFileAtomically(const QString &path, const QList<QByteArrayView> &pieces, int namesOfOurs)
+{
+    const std::optional<FileIdentity> identity = replaceableFile(path, namesOfOurs);
+    for (int attempt = 1; !tryReplace(path, pieces, identity, attempt == CommitAttempts);
          ++attempt)
         waitBeforeRetry(attempt);
+}
+
+void writeScratchFile(const QString &path, QByteArrayView content)
+{
+    QFile file(path);
+    // Unbuffered for the same reason as in tryReplace.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+        throw fileError(file, path);
+    if (file.write(content.data(), content.size()) != content.size())
+        throw writeError(file, path);
+}
+
+bool addHardLink(const QString &path, const QString &newName)
+{
+#ifdef Q_OS_UNIX
+    // A symbolic link is followed, so that the new name is the file's own.
+    return ::linkat(AT_FDCWD, QFile::encodeName(path).constData(), AT_FDCWD,
+               QFile::encodeName(newName).constData(), AT_SYMLINK_FOLLOW)
+        == 0;
+#elif defined(Q_OS_WIN)
+    return CreateHardLinkW(reinterpret_cast<const wchar_t *>(QDir::toNativeSeparators(newName).utf16()),
+               reinterpret_cast<const wchar_t *>(QDir::toNativeSeparators(path).utf16()), nullptr)
+        != 0;
+#else
+    return false;
+#endif
 }
 
 void checkReplaceable(const QString &path)

@@ -76,6 +76,9 @@ constexpr qint64 MaxProgramFileBytes = qint64(4) << 20;
 // most `maxBytes`. Throws RunError (53 when missing, 70 when unreadable, 75
 // for a folder, a device or a FIFO and for a larger file, ...).
 QByteArray readFileBytes(const QString &path, qint64 maxBytes = MaxGameFileBytes);
+// Writes a file that is never the only copy of its content (a working
+// copy), in place and without waiting for the disk. Throws RunError.
+void writeScratchFile(const QString &path, QByteArrayView content);
 // The lines of one of the program's own files, decoded.
 QStringList readAnsiLines(const QString &path, qint64 maxBytes = MaxProgramFileBytes);
 
@@ -88,6 +91,16 @@ QStringList readAnsiLines(const QString &path, qint64 maxBytes = MaxProgramFileB
 // hard link), which the new file would split off. The new file keeps the
 // old one's permissions and, where the process may, its owner and group.
 void writeFileAtomically(const QString &path, QByteArrayView content);
+// The same for content that comes in pieces, written one after the other.
+// `namesOfOurs` second names the caller gave the file itself (addHardLink)
+// are not held against it.
+void writeFileAtomically(
+    const QString &path, const QList<QByteArrayView> &pieces, int namesOfOurs = 0);
+// Gives the file at `path` a second name in the same file system. While the
+// file is replaced rather than rewritten, the second name keeps its old
+// content, as a copy would, at no cost. False where the file system has no
+// such names, or the new name is taken.
+bool addHardLink(const QString &path, const QString &newName);
 // Throws the RunError writeFileAtomically would throw for such a file.
 void checkReplaceable(const QString &path);
 void writeAnsiLines(const QString &path, const QStringList &lines);

@@ -3,10 +3,12 @@
 #include <QLabel>
 #include <QPainter>
 #include <QPixmap>
+#include <QTimer>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <utility>
 
 QLabel *clsPicBar::PicBox() const
 {
@@ -22,27 +24,50 @@ void clsPicBar::BGScroll()
 {
     if (!m_picBox)
         return;
-    const QPixmap picture = m_picBox->pixmap();
+    // The scan calls this thousands of times a second, and drawing the band
+    // costs more than the work between two calls; the box only shows it when
+    // the event loop paints, so the steps made meanwhile are drawn in one.
+    if (m_pendingSteps++ == 0)
+        QTimer::singleShot(0, m_picBox, [this] { drawPendingSteps(); });
+}
+
+void clsPicBar::drawPendingSteps()
+{
+    const qint64 steps = std::exchange(m_pendingSteps, 0);
+    QPixmap picture = m_picBox ? m_picBox->pixmap() : QPixmap();
     if (picture.isNull())
         return;
+    const int width = picture.width();
+    if (m_incrementor >= 0 && m_incrementor <= width) {
+        // Steps of at most the band's width add up to one rotation.
+        const qint64 distance = steps * m_incrementor % width;
+        if (distance != 0)
+            picture = scrolled(picture, m_picDir == 1 ? distance : width - distance, 1);
+    } else {
+        for (qint64 i = 0; i < steps; ++i)
+            picture = scrolled(picture, m_incrementor, m_picDir);
+    }
+    m_picBox->setPixmap(picture);
+}
 
+// One step: the picture moved sideways by `distance`, the strip that left
+// at one end put back at the other.
+QPixmap clsPicBar::scrolled(const QPixmap &picture, int distance, qint32 direction) const
+{
     // The band is a small picture kept at one pixel per pixel; the box may
     // stretch it on screen.
     const int width = picture.width();
     QPixmap shifted(picture.size());
     shifted.fill(Qt::transparent);
-    {
-        QPainter painter(&shifted);
-        if (m_picDir == 1) {
-            painter.drawPixmap(m_offsetX + m_incrementor, m_offsetY, picture);
-            painter.drawPixmap(
-                0, 0, picture, width - m_incrementor, 0, m_incrementor, picture.height());
-        } else {
-            painter.drawPixmap(m_offsetX - m_incrementor, m_offsetY, picture);
-            painter.drawPixmap(width - m_incrementor, 0, picture);
-        }
+    QPainter painter(&shifted);
+    if (direction == 1) {
+        painter.drawPixmap(m_offsetX + distance, m_offsetY, picture);
+        painter.drawPixmap(0, 0, picture, width - distance, 0, distance, picture.height());
+    } else {
+        painter.drawPixmap(m_offsetX - distance, m_offsetY, picture);
+        painter.drawPixmap(width - distance, 0, picture);
     }
-    m_picBox->setPixmap(shifted);
+    return shifted;
 }
 
 QImage GradientPicture(int width, int height)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <QPixmap>
 #include <QPointer>
 
 class QLabel;
@@ -25,15 +26,21 @@ public:
     qint32 PicDir() const { return m_picDir; }
     void setPicDir(qint32 value) { m_picDir = value; }
 
+    // Moves the band one step. The box shows the steps made since it last
+    // painted when the event loop next runs.
     void BGScroll();
 
 private:
+    void drawPendingSteps();
+    QPixmap scrolled(const QPixmap &picture, int distance, qint32 direction) const;
+
     bool m_reDraw = false;
     qint16 m_incrementor = 0;
     QPointer<QLabel> m_picBox;
     qint32 m_picDir = 1;
     qint16 m_offsetX = 0;
     qint16 m_offsetY = 0;
+    qint64 m_pendingSteps = 0;
 };
 
 // The band's picture: every row runs from pure blue at the edges to nearly

@@ -697,6 +697,7 @@ void TestStartupForms::splashBandScrolls()
     splash.GradientBar.setPicDir(direction);
     for (int i = 0; i < calls; ++i)
         splash.advance();
+    QCoreApplication::processEvents(); // where the band is drawn
     QCOMPARE(shownBand(splash), rotatedRight(start, rotation));
     unloadForm<frmSplash>();
 }
