@@ -7,7 +7,13 @@ runs=${RUNS:-5}
 if [ -n "$work" ]; then
     mkdir -p "$work"
 else
-    work=$(mktemp -d)
+    # In memory where there is a tmpfs: the figures are then the program's,
+    # not the disk's.
+    if [ -d /dev/shm ] && [ -w /dev/shm ]; then
+        work=$(mktemp -d -p /dev/shm)
+    else
+        work=$(mktemp -d)
+    fi
     trap 'rm -rf "$work"' EXIT
 fi
 

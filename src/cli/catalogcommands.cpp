@@ -1,5 +1,6 @@
 // The commands over the game's content: the scan, the boss switch, the skin
-// patterns and the list of skin files that matched no model.
+// patterns, the list of skin files that matched no model, and the check of a
+// bot list against what is installed.
 
 #include "command.h"
 #include "jsonwriter.h"
@@ -9,12 +10,16 @@
 #include "catalogue/patternfile.h"
 #include "catalogue/scan.h"
 #include "catalogue/unmatchedlist.h"
+#include "configfiles/configfile.h"
 #include "configfiles/errorreport.h"
+#include "roster/rostercheck.h"
 #include "startup/programdirectory.h"
 
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonObject>
 
 #include <cstdio>
 
@@ -415,6 +420,32 @@ int runUnmatched(CommandContext &context)
     return ExitStatus::Success;
 }
 
+int runCheck(CommandContext &context)
+{
+    QCommandLineParser parser;
+    parser.addPositionalArgument(u"NAME"_s, u"The configuration file to check, a bare file name "
+                                            "in the configuration directory."_s);
+    context.parse(parser, 1);
+    const QString name = configFileNameArgument(parser);
+    context.loadOptions();
+    BotRoster roster;
+    OpenConfiguration(context.configDir(), name, roster);
+
+    CollectedErrors collected;
+    scanGame(context);
+    printErrors(collected);
+    QJsonArray problems;
+    for (const SlotProblem &problem : CheckRoster(roster))
+        problems.append(QJsonObject {{u"slot"_s, problem.slot},
+            {u"bot"_s, roster.BotNames.at(problem.slot)}, {u"field"_s, SlotFieldName(problem.field)},
+            {u"value"_s, problem.value}, {u"problem"_s, problem.text}});
+    printJson(problems);
+    return ExitStatus::Success;
+}
+
+const CommandRegistration checkRegistration {{u"check"_s,
+    u"Lists the classes, skins, faces and voices of a configuration that are not installed."_s,
+    runCheck}};
 const CommandRegistration scanRegistration {
     {u"scan"_s, u"Scans the game's .int files and prints what it found."_s, runScan}};
 const CommandRegistration bossRegistration {

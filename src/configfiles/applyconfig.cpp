@@ -1,5 +1,6 @@
 #include "applyconfig.h"
 
+#include "botsection.h"
 #include "configname.h"
 #include "filelock.h"
 #include "fileops.h"
@@ -26,7 +27,6 @@ using Line = TextDocument::Line;
 // first empty line; the header is not copied, the key lines are.
 constexpr qsizetype SectionLineLimit = 452;
 
-const QString SectionHeader = QStringLiteral("[Botpack.ChallengeBotInfo]");
 const QString AbortedText = QStringLiteral("  Operation Aborted.");
 
 // A reason to stop that the user is told about as it stands.
@@ -35,20 +35,6 @@ struct Refusal
     QString title;
     QString text;
 };
-
-QString withoutTrailingSpaces(QString line)
-{
-    while (line.endsWith(QLatin1Char(' ')))
-        line.chop(1);
-    return line;
-}
-
-// The game's own header in any capitals, with trailing spaces; a leading
-// space makes it another section.
-bool isSectionHeader(const QString &line)
-{
-    return withoutTrailingSpaces(line).compare(SectionHeader, Qt::CaseInsensitive) == 0;
-}
 
 // The lines after the configuration's first empty line, as the file holds
 // them (Windows-1252), its own section header first.
@@ -61,7 +47,7 @@ QList<QByteArray> readConfigurationSection(const QString &path, const QString &f
         = fileName + QStringLiteral(" is not a configuration that can be applied: ");
     if (empty < 0)
         throw Refusal { invalid,
-            intro + QStringLiteral("it has no empty line before its ") + SectionHeader
+            intro + QStringLiteral("it has no empty line before its ") + BotSectionHeader
                 + QStringLiteral(" section.") + AbortedText };
     const QList<QByteArray> section = lines.mid(empty + 1);
     if (section.size() > SectionLineLimit)
@@ -71,72 +57,161 @@ QList<QByteArray> readConfigurationSection(const QString &path, const QString &f
     return section;
 }
 
-// Deletes the working copy of user.ini however the apply ends.
+// The copy of user.ini that the apply works from, deleted however the apply
+// ends. User.ini is replaced, never rewritten, so a second name for it keeps
+// its old content as well as a copy and costs nothing; where there can be
+// none, it is copied, plainly: it is never the only copy of anything.
 class WorkingCopy
 {
 public:
-    WorkingCopy(const QString &source, QString path)
+    WorkingCopy(const QString &userIni, QString path, QByteArrayView bytes)
         : m_path(std::move(path))
+        , m_isLink(addHardLink(userIni, m_path))
     {
-        writeFileAtomically(m_path, readFileBytes(source));
+        if (!m_isLink)
+            writeScratchFile(m_path, bytes);
     }
     ~WorkingCopy() { QFile::remove(m_path); }
     WorkingCopy(const WorkingCopy &) = delete;
     WorkingCopy &operator=(const WorkingCopy &) = delete;
 
-    const QString &path() const { return m_path; }
+    // The names of user.ini's own that the apply made.
+    int namesOfOurs() const { return m_isLink ? 1 : 0; }
 
 private:
     QString m_path;
+    bool m_isLink;
 };
 
-// Puts `section` (entries 2 on of the configuration's section) in place of
-// the document's old section, or at its end when it has none, and returns
-// the old section: its header and its lines up to the first empty line.
-QList<Line> replaceSection(TextDocument &document, const QList<QByteArray> &section)
+// Whether the empty line at `index` is the one an apply added after its
+// section: the old section's own empty line follows it, or nothing does.
+bool appliedEmptyLineAt(const TextDocument &document, qsizetype index)
 {
-    qsizetype header = 0;
-    while (header < document.lineCount() && !isSectionHeader(document.text(header))) {
-        letEventLoopRun();
-        ++header;
-    }
-    const bool found = header < document.lineCount();
+    const auto isEmpty = [&document](qsizetype i) { return document.line(i).content.isEmpty(); };
+    return index < document.lineCount() && isEmpty(index)
+        && (index + 1 == document.lineCount() || isEmpty(index + 1));
+}
+
+// Puts `section` (entries 2 on of the new section) in place of the
+// document's old section, or at its end when it has none, and returns the
+// old section: its header and its lines up to the first empty line.
+//
+// An apply fills every line of a configuration's section and ends it with
+// an empty line of its own, so each apply leaves one more empty line after
+// the section. A restore puts a backup's lines back as they were and takes
+// that empty line away again, so that restoring the backup an apply made
+// gives back the file as it was before the apply; it keeps the line when
+// something other than an empty line follows it (the game has rewritten the
+// file since), since the section must not run into the next one.
+QList<Line> replaceSection(
+    TextDocument &document, const QList<QByteArray> &section, SectionChange change)
+{
+    const BotSectionSpan span = FindBotSection(document);
 
     QList<Line> rewritten;
-    Line headerLine = found ? document.line(header) : document.makeLine(SectionHeader);
+    Line headerLine = span.found ? document.line(span.header) : document.makeLine(BotSectionHeader);
     // A header on the file's last line has no ending of its own.
     if (headerLine.ending.isEmpty())
         headerLine.ending = document.newline();
     rewritten.append(headerLine);
 
-    for (qsizetype entry = 1; entry < SectionLineLimit; ++entry) {
+    const bool apply = change == SectionChange::Apply;
+    for (qsizetype entry = 1; entry < (apply ? SectionLineLimit : section.size()); ++entry) {
         letEventLoopRun();
         rewritten.append(entry < section.size() ? document.makeLineFromAnsi(section.at(entry))
                                                 : document.makeLine(QString()));
     }
-    rewritten.append(document.makeLine(QString()));
+    qsizetype replaced = span.end - span.header;
+    if (apply)
+        rewritten.append(document.makeLine(QString()));
+    else if (span.found && appliedEmptyLineAt(document, span.end))
+        ++replaced;
 
     QList<Line> oldSection;
-    qsizetype next = header;
-    if (found) {
-        oldSection.append(document.line(next++));
-        while (next < document.lineCount() && !document.line(next).content.isEmpty()) {
-            letEventLoopRun();
-            oldSection.append(document.line(next++));
-        }
+    for (qsizetype i = span.header; i < span.end; ++i) {
+        letEventLoopRun();
+        oldSection.append(document.line(i));
     }
-    document.replaceLines(header, next - header, rewritten);
+    document.replaceLines(span.header, replaced, rewritten);
     return oldSection;
 }
 
+// What the user is told, in the words of the change.
+struct ChangeWords
+{
+    QString failed;
+    QString incomplete;
+    QString completed;
+    QString changedNow; // "the bot list applied now"
+    QString anyway;
+};
+
+ChangeWords wordsFor(SectionChange change)
+{
+    if (change == SectionChange::Restore)
+        return { QStringLiteral("Restore Backup Failed"),
+            QStringLiteral("Restore Backup Incomplete"), QStringLiteral("Restore Backup..."),
+            QStringLiteral("the bot list restored now"),
+            QStringLiteral("Restore the backup anyway?") };
+    return { QStringLiteral("Apply Configuration Failed"),
+        QStringLiteral("Apply Configuration Incomplete"), QStringLiteral("Apply Configuration..."),
+        QStringLiteral("the bot list applied now"),
+        QStringLiteral("Apply the configuration anyway?") };
+}
+
 // One user.ini of the apply, read and rewritten in memory before any of
-// them is written.
+// them is written. Only its bot section is taken apart into lines; the
+// bytes around it are written back as they were read, so that a user.ini
+// of millions of lines is applied to about as fast as it is copied.
 struct PreparedFile
 {
     QString userIni;
-    TextDocument document;
+    QByteArray bytes;
+    // The part of the file that holds the bot section: from its header to
+    // two lines after its end.
+    qsizetype sectionStart = 0;
+    qsizetype sectionEnd = 0;
+    // That part, then what takes its place.
+    TextDocument section;
     QList<Line> oldSection;
+    // A last line without an ending before a section appended after it.
+    QByteArray lineEndBefore;
+    // The bytes of `section` once changed.
+    QByteArray rewritten;
+    // A working copy that is a second name of the file.
+    int namesOfOurs = 0;
+
+    QList<QByteArrayView> newContent() const
+    {
+        return { QByteArrayView(bytes).first(sectionStart), rewritten,
+            QByteArrayView(bytes).sliced(sectionEnd) };
+    }
 };
+
+// Cuts the bot section out of a user.ini's bytes; without one, the new
+// section goes at the end.
+PreparedFile cutAtSection(const QString &userIni, QByteArray bytes)
+{
+    const TextDocument::Format format = TextDocument::formatOf(bytes);
+    PreparedFile file;
+    file.userIni = userIni;
+    file.bytes = std::move(bytes);
+    const qsizetype header = TextDocument::findLineStart(file.bytes, format, BotSectionHeader);
+    if (header < 0) {
+        file.sectionStart = file.sectionEnd = file.bytes.size();
+        if (TextDocument::endsWithOpenLine(file.bytes, format))
+            file.lineEndBefore = format.newline;
+    } else {
+        file.sectionStart = header;
+        file.sectionEnd = TextDocument::nextEmptyLine(file.bytes, format, header);
+        // A restore looks at the two lines after the section.
+        for (int line = 0; line < 2 && file.sectionEnd < file.bytes.size(); ++line)
+            file.sectionEnd = TextDocument::lineEnd(file.bytes, format, file.sectionEnd);
+    }
+    file.section = TextDocument::fromPart(
+        file.bytes.sliced(file.sectionStart, file.sectionEnd - file.sectionStart), format);
+    return file;
+}
 
 QString nothingChanged(qsizetype fileCount)
 {
@@ -149,9 +224,9 @@ QByteArray backupBytes(const PreparedFile &file)
 {
     QByteArray bytes;
     for (const Line &line : file.oldSection) {
-        bytes += file.document.encoding() == TextDocument::Encoding::Ansi
+        bytes += file.section.encoding() == TextDocument::Encoding::Ansi
             ? line.content
-            : encodeAnsi(file.document.text(line));
+            : encodeAnsi(file.section.text(line));
         bytes += "\r\n";
     }
     return bytes;
@@ -173,20 +248,24 @@ QString unusedBackupName(const QString &name, const QStringList &taken)
     return candidate;
 }
 
-// The first user.ini keeps the plain backup name, so that a one-file game
-// gets the names it always had; the others say which folder they came from,
-// numbered when two folders share a name.
+// The first user.ini the game reads keeps the plain backup name, so that a
+// one-file game gets the names it always had; any other says which folder it
+// came from, numbered when two folders share a name. So a backup says which
+// file it belongs back in, also when it was made of that file alone (an
+// apply to a chosen file, a restore).
 QStringList backupNames(const QList<PreparedFile> &files, const QDateTime &time)
 {
+    const QString first
+        = QFileInfo(GameUserIniFiles(AppOptions().UTPath).value(0, files.value(0).userIni))
+              .canonicalFilePath();
     QStringList names;
     for (const PreparedFile &file : files) {
-        QString name = BackupFileName(time);
-        const QString folder = QFileInfo(file.userIni).dir().dirName();
-        for (int number = 1; names.contains(name, Qt::CaseInsensitive); ++number) {
-            const QString suffix
-                = number == 1 ? QString() : QLatin1Char('-') + QString::number(number);
-            name = BackupFileName(time, folder + suffix);
-        }
+        const QFileInfo userIni(file.userIni);
+        const QString folder = userIni.dir().dirName();
+        QString name = userIni.canonicalFilePath() == first ? BackupFileName(time)
+                                                            : BackupFileName(time, folder);
+        for (int number = 2; names.contains(name, Qt::CaseInsensitive); ++number)
+            name = BackupFileName(time, folder + QLatin1Char('-') + QString::number(number));
         names.append(unusedBackupName(name, names));
     }
     return names;
@@ -247,25 +326,31 @@ QString dummyIniBeside(const QString &userIni)
 // apply before any user.ini is written. The working copies stay until every
 // user.ini is written.
 QList<PreparedFile> prepareFiles(const QStringList &userIniFiles, const QList<QByteArray> &section,
-    std::list<WorkingCopy> &copies)
+    SectionChange change, std::list<WorkingCopy> &copies)
 {
     QList<PreparedFile> files;
     QStringList dummies;
     for (const QString &userIni : userIniFiles) {
+        const QString dummyIni = dummyIniBeside(userIni);
+        // A second user.ini in the same folder would need the same working
+        // copy; nothing has been written yet, so it goes without one.
+        const bool needsCopy = !dummies.contains(dummyIni);
+        // Left behind by an apply that was interrupted, perhaps as a second
+        // name of user.ini.
+        if (needsCopy)
+            QFile::remove(dummyIni);
         // A user.ini that cannot be replaced stops the apply before any is.
         checkReplaceable(userIni);
-        const QString dummyIni = dummyIniBeside(userIni);
-        QString source = userIni;
-        // A second user.ini in the same folder would need the same working
-        // copy; nothing has been written yet, so it is read where it is.
-        if (!dummies.contains(dummyIni)) {
-            // Left behind by an apply that was interrupted.
-            QFile::remove(dummyIni);
-            source = copies.emplace_back(userIni, dummyIni).path();
+        QByteArray bytes = readFileBytes(userIni);
+        int namesOfOurs = 0;
+        if (needsCopy) {
+            namesOfOurs = copies.emplace_back(userIni, dummyIni, bytes).namesOfOurs();
             dummies.append(dummyIni);
         }
-        PreparedFile file { userIni, TextDocument::load(source), {} };
-        file.oldSection = replaceSection(file.document, section);
+        PreparedFile file = cutAtSection(userIni, std::move(bytes));
+        file.namesOfOurs = namesOfOurs;
+        file.oldSection = replaceSection(file.section, section, change);
+        file.rewritten = file.lineEndBefore + file.section.toBytes();
         files.append(std::move(file));
     }
     return files;
@@ -293,21 +378,22 @@ QStringList distinctFiles(const QStringList &files)
     return distinct;
 }
 
-bool userWantsToApplyWhileGameRuns()
+bool userWantsToChangeWhileGameRuns(const ChangeWords &words)
 {
     return showMessage(QStringLiteral("Unreal Tournament Is Running"),
                QStringLiteral("Unreal Tournament is running. It rewrites user.ini when it "
-                              "quits, so the bot list applied now will be overwritten then.")
-                   + QStringLiteral("\r\n\r\nApply the configuration anyway?"),
+                              "quits, so ")
+                   + words.changedNow + QStringLiteral(" will be overwritten then.\r\n\r\n")
+                   + words.anyway,
                MessageButtons::YesNo, MessageIcon::Exclamation)
         == MessageAnswer::Yes;
 }
 
-void reportFailedWrite(
-    const RunError &error, const QList<PreparedFile> &files, qsizetype firstUnchanged)
+void reportFailedWrite(const RunError &error, const QList<PreparedFile> &files,
+    qsizetype firstUnchanged, const ChangeWords &words)
 {
     if (firstUnchanged == 0) {
-        showMessage(QStringLiteral("Apply Configuration Failed"),
+        showMessage(words.failed,
             error.message() + QStringLiteral("\r\n\r\n") + nothingChanged(files.size()),
             MessageButtons::Ok, MessageIcon::Critical);
         return;
@@ -317,7 +403,7 @@ void reportFailedWrite(
     for (qsizetype i = 0; i < files.size(); ++i)
         (i < firstUnchanged ? changed : unchanged).append(files.at(i).userIni);
     const QString crlf = QStringLiteral("\r\n");
-    showMessage(QStringLiteral("Apply Configuration Incomplete"),
+    showMessage(words.incomplete,
         error.message() + crlf + crlf + QStringLiteral("These user.ini files were changed:") + crlf
             + changed.join(crlf) + crlf + crlf
             + QStringLiteral("These user.ini files were not changed:") + crlf
@@ -363,6 +449,15 @@ bool ApplyConfiguration(const QString &configFileName, bool makeBackup,
         return false;
     }
 
+    return ReplaceBotSections(
+        SectionChange::Apply, [&] { return readConfigurationSection(configPath, configFileName); },
+        makeBackup, userIniFiles, askIfGameRuns);
+}
+
+bool ReplaceBotSections(SectionChange change, const std::function<QList<QByteArray>()> &readSection,
+    bool makeBackup, const QStringList &userIniFiles, bool askIfGameRuns)
+{
+    const ChangeWords words = wordsFor(change);
     const bool allExist = std::all_of(userIniFiles.begin(), userIniFiles.end(),
         [](const QString &file) { return QFileInfo(file).isFile(); });
     if (userIniFiles.isEmpty() || !allExist) {
@@ -371,7 +466,7 @@ bool ApplyConfiguration(const QString &configFileName, bool makeBackup,
             MessageIcon::Exclamation);
         return false;
     }
-    if (askIfGameRuns && IsGameRunning() && !userWantsToApplyWhileGameRuns())
+    if (askIfGameRuns && IsGameRunning() && !userWantsToChangeWhileGameRuns(words))
         return false;
 
     const QStringList targets = distinctFiles(userIniFiles);
@@ -383,8 +478,7 @@ bool ApplyConfiguration(const QString &configFileName, bool makeBackup,
     try {
         for (const QString &target : targets)
             locks.emplace_back(target);
-        const QList<QByteArray> section = readConfigurationSection(configPath, configFileName);
-        files = prepareFiles(targets, section, copies);
+        files = prepareFiles(targets, readSection(), change, copies);
         if (makeBackup)
             writeBackups(files, backups);
     } catch (const Refusal &refusal) {
@@ -393,7 +487,7 @@ bool ApplyConfiguration(const QString &configFileName, bool makeBackup,
         return false;
     } catch (const RunError &error) {
         copies.clear();
-        showMessage(QStringLiteral("Apply Configuration Failed"),
+        showMessage(words.failed,
             error.message() + QStringLiteral("\r\n\r\n") + nothingChanged(targets.size()),
             MessageButtons::Ok, MessageIcon::Critical);
         return false;
@@ -401,11 +495,12 @@ bool ApplyConfiguration(const QString &configFileName, bool makeBackup,
 
     for (qsizetype i = 0; i < files.size(); ++i) {
         try {
-            writeFileAtomically(files.at(i).userIni, files.at(i).document.toBytes());
+            writeFileAtomically(
+                files.at(i).userIni, files.at(i).newContent(), files.at(i).namesOfOurs);
         } catch (const RunError &error) {
             copies.clear();
             backups.removeFrom(i);
-            reportFailedWrite(error, files, i);
+            reportFailedWrite(error, files, i, words);
             return false;
         }
     }
@@ -413,8 +508,8 @@ bool ApplyConfiguration(const QString &configFileName, bool makeBackup,
     // then sees in the game folder is the finished state.
     copies.clear();
 
-    showMessage(QStringLiteral("Apply Configuration..."), QStringLiteral("Completed"),
-        MessageButtons::Ok, MessageIcon::Information);
+    showMessage(
+        words.completed, QStringLiteral("Completed"), MessageButtons::Ok, MessageIcon::Information);
     return true;
 }
 

@@ -54,6 +54,27 @@ constexpr DefaultBot defaultBots[BotSlotCount] = {
     { "Kragoth", 3, "BotPack.TFemale1Bot", "FCommandoSkins.daco", "FCommandoSkins.Jayce", "0.000000", 0, 0, 0, "", 1 },
 };
 
+// Calls `apply` with each per-slot array of the roster and the matching
+// field of one bot.
+template<typename Roster, typename Slot, typename Apply>
+void forEachField(Roster &roster, Slot &bot, Apply apply)
+{
+    apply(roster.BotNames, bot.BotName);
+    apply(roster.BotTeams, bot.BotTeam);
+    apply(roster.BotClasses, bot.BotClass);
+    apply(roster.BotSkins, bot.BotSkin);
+    apply(roster.BotFaces, bot.BotFace);
+    apply(roster.VoiceType, bot.VoiceType);
+    apply(roster.BotSkills, bot.BotSkill);
+    apply(roster.BotAccuracy, bot.BotAccuracy);
+    apply(roster.CombatStyle, bot.CombatStyle);
+    apply(roster.Alertness, bot.Alertness);
+    apply(roster.Camping, bot.Camping);
+    apply(roster.StrafingAbility, bot.StrafingAbility);
+    apply(roster.FavoriteWeapon, bot.FavoriteWeapon);
+    apply(roster.BotJumpy, bot.BotJumpy);
+}
+
 } // namespace
 
 BotRoster &Roster()
@@ -81,4 +102,27 @@ void SetDefaults(BotRoster &roster)
         roster.FavoriteWeapon[slot] = QString::fromLatin1(bot.favoriteWeapon);
         roster.BotJumpy[slot] = bot.jumpy;
     }
+}
+
+BotSlot BotSlot::fromRoster(const BotRoster &roster, int slot)
+{
+    BotSlot bot;
+    forEachField(roster, bot, [slot](const auto &array, auto &field) { field = array.at(slot); });
+    return bot;
+}
+
+void BotSlot::toRoster(BotRoster &roster, int slot) const
+{
+    forEachField(roster, *this, [slot](auto &array, const auto &field) { array.at(slot) = field; });
+}
+
+bool MoveSlot(BotRoster &roster, int slot, int offset)
+{
+    const int other = slot + offset;
+    if (slot < 0 || slot >= BotSlotCount || other < 0 || other >= BotSlotCount)
+        return false;
+    const BotSlot moving = BotSlot::fromRoster(roster, slot);
+    BotSlot::fromRoster(roster, other).toRoster(roster, slot);
+    moving.toRoster(roster, other);
+    return true;
 }

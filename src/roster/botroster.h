@@ -41,6 +41,35 @@ struct BotRoster
 // The roster the whole program edits, saves and applies.
 BotRoster &Roster();
 
+// One bot: the 14 fields of a slot, which travel together when a bot is
+// copied, pasted or moved.
+struct BotSlot
+{
+    QString BotName;
+    qint16 BotTeam = 255;
+    QString BotClass;
+    QString BotSkin;
+    QString BotFace;
+    QString VoiceType;
+    qint16 BotSkill = 0;
+    qint16 BotAccuracy = 0;
+    QString CombatStyle;
+    qint16 Alertness = 0;
+    qint16 Camping = 0;
+    qint16 StrafingAbility = 0;
+    QString FavoriteWeapon;
+    qint16 BotJumpy = 0;
+
+    static BotSlot fromRoster(const BotRoster &roster, int slot);
+    void toRoster(BotRoster &roster, int slot) const;
+
+    bool operator==(const BotSlot &) const = default;
+};
+
+// Swaps the bot in `slot` with the one `offset` slots away (-1 up, 1 down).
+// Returns false, changing nothing, when that slot is outside the list.
+bool MoveSlot(BotRoster &roster, int slot, int offset);
+
 // Overwrites every per-slot field with the game's default bot list; the
 // list-wide values and the description are left as they are.
 void SetDefaults(BotRoster &roster = Roster());

@@ -58,6 +58,9 @@ private slots:
     void failedWritesSaySo_data();
     void failedWritesSaySo();
     void optionsWriteChangesOnlyTheGivenFields();
+    void importReadsTheGamesList();
+    void restoreUndoesAnApply();
+    void checkListsWhatIsNotInstalled();
     void usageErrors_data();
     void usageErrors();
 
@@ -493,6 +496,66 @@ void TestCli::optionsWriteChangesOnlyTheGivenFields()
     QCOMPARE(readTestFile(m_dir->filePath(u"program/options.ini"_s)),
              crlf({u"[SplashScreen]"_s, u"1"_s, u""_s, u"[UTPath]"_s, u"0"_s,
                    u"/games/configs/"_s, u"/other/ut/"_s}));
+}
+
+void TestCli::importReadsTheGamesList()
+{
+    const Run run = cli({u"import"_s, u"--game-dir"_s, realWorldDir() + u"vanilla-server"_s});
+    QCOMPARE(run.exitCode, 0);
+    QCOMPARE(run.json()["CombatStyle"_L1][16], QJsonValue(u"0.500000"_s));
+    QVERIFY(run.json()["Description"_L1].toString().startsWith(u"Imported from "_s));
+
+    QVERIFY(writeTestFile(gameDir() + u"/User.ini"_s, crlf({u"[Engine.Engine]"_s})));
+    const Run none = cli({u"import"_s, u"--from"_s, gameDir() + u"/User.ini"_s});
+    QCOMPARE(none.exitCode, 2);
+    QVERIFY2(none.err.startsWith(u"Import from Game: Can't find"_s), qPrintable(none.err));
+}
+
+void TestCli::restoreUndoesAnApply()
+{
+    const QByteArray original = readTestFile(realWorldDir()
+                                             + u"vanilla-server/System/User.ini"_s);
+    const QString userIni = QDir::toNativeSeparators(gameDir() + u"/System/User.ini"_s);
+    QVERIFY(writeTestFile(userIni, original));
+    const QStringList dirs{u"--game-dir"_s, gameDir(), u"--config-dir"_s, configDir()};
+    QCOMPARE(cli(dirs + QStringList{u"save"_s, u"Default.qvn"_s}).exitCode, 0);
+    QCOMPARE(cli(dirs + QStringList{u"apply"_s, u"Default.qvn"_s, u"--backup"_s}).exitCode, 0);
+    QVERIFY(readTestFile(userIni) != original);
+
+    const QJsonArray backups = cli(dirs + QStringList{u"backups"_s}).json().toArray();
+    QCOMPARE(backups.size(), 1);
+    QCOMPARE(backups[0]["bots"_L1][31], QJsonValue(u"Kragoth"_s));
+    const Run restore = cli(dirs + QStringList{u"restore"_s, backups[0]["file"_L1].toString()});
+    QCOMPARE(restore.err, u"Restore Backup...: Completed\n"_s);
+    QCOMPARE(restore.exitCode, 0);
+    QCOMPARE(QString::fromUtf8(restore.out), userIni + u'\n');
+    QCOMPARE(readTestFile(userIni), original);
+    QCOMPARE(cli(dirs + QStringList{u"backups"_s}).json().toArray().size(), 2);
+}
+
+void TestCli::checkListsWhatIsNotInstalled()
+{
+    QVERIFY(writeTestFile(m_dir->filePath(u"program/int.ini"_s),
+                          readTestFile(QStringLiteral(QUORVANE_SOURCE_DIR "/src/data/int.ini"))));
+    QJsonObject roster = defaultRoster();
+    QJsonArray skins = roster["BotSkins"_L1].toArray();
+    skins.replace(2, u"SoldierSkins.gone"_s);
+    roster.insert("BotSkins"_L1, skins);
+    const QStringList dirs{u"--game-dir"_s, realWorldDir() + u"vanilla-server"_s,
+                           u"--config-dir"_s, configDir()};
+    QCOMPARE(cli(dirs + QStringList{u"save"_s, u"c.qvn"_s, u"--roster"_s, u"-"_s},
+                 QJsonDocument(roster).toJson())
+                 .exitCode,
+             0);
+
+    const Run check = cli(dirs + QStringList{u"check"_s, u"c.qvn"_s});
+    QCOMPARE(check.exitCode, 0);
+    const QJsonObject gone{{u"slot"_s, 2},
+                           {u"bot"_s, u"Alarik"_s},
+                           {u"field"_s, u"skin"_s},
+                           {u"value"_s, u"SoldierSkins.gone"_s},
+                           {u"problem"_s, u"Skin \"SoldierSkins.gone\" is not installed"_s}};
+    QCOMPARE(check.json().toArray(), QJsonArray{gone});
 }
 
 void TestCli::usageErrors_data()

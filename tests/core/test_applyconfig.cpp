@@ -3,6 +3,7 @@
 #include "configfiles/configname.h"
 #include "configfiles/fileops.h"
 #include "configfiles/gameinstallation.h"
+#include "configfiles/textfile.h"
 #include "scriptedprompt.h"
 #include "startup/options.h"
 #include "testfiles.h"
@@ -204,7 +205,9 @@ private slots:
         const QByteArray original = readTestFile(realWorldDir() + "vanilla-server/System/User.ini");
         QVERIFY(writeTestFile(game.userIni(), original));
         QVERIFY(writeTestFile(game.userIni64(), original));
-        QVERIFY(writeTestFile(game.system() + "dummy.ini", "left by a crash"));
+        // The working copy of an apply that crashed: a second name of
+        // user.ini, which must not make it look hard-linked by the player.
+        QVERIFY(addHardLink(game.userIni(), game.system() + "dummy.ini"));
         QVERIFY(writeTestFile(game.config("c.qvn"), configuration(configSection())));
         ScriptedPrompt prompt;
 
@@ -270,6 +273,13 @@ private slots:
             << crlf({ " [Botpack.ChallengeBotInfo]", "x=1" })
             << QStringList { " [Botpack.ChallengeBotInfo]", "x=1", "[Botpack.ChallengeBotInfo]",
                    "@new" };
+        QTest::newRow("the header within a line is none: appended")
+            << crlf({ "x=[Botpack.ChallengeBotInfo]", "[Botpack.ChallengeBotInfoX]" })
+            << QStringList { "x=[Botpack.ChallengeBotInfo]", "[Botpack.ChallengeBotInfoX]",
+                   "[Botpack.ChallengeBotInfo]", "@new" };
+        QTest::newRow("header after a line ended by a CR alone")
+            << QByteArray("[A]\r\n[B]\r[Botpack.ChallengeBotInfo]\r\nx=1")
+            << QStringList { "[A]", "[B]\r[Botpack.ChallengeBotInfo]", "@new" };
         QTest::newRow("no section, no final line ending") << QByteArray(
             "[A]\r\nb=1") << QStringList { "[A]", "b=1", "[Botpack.ChallengeBotInfo]", "@new" };
         QTest::newRow("section at the end")
