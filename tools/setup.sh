@@ -9,7 +9,8 @@ set -euo pipefail
 
 packages=(cmake ninja-build g++ qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins libgl-dev xvfb xauth python3
     clang libclang-rt-14-dev
-    help2man dpkg-dev file desktop-file-utils appstream)
+    help2man dpkg-dev file desktop-file-utils appstream
+    time)
 
 missing=()
 for package in "${packages[@]}"; do
