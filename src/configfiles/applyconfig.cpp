@@ -169,8 +169,8 @@ struct PreparedFile
     QByteArray bytes;
     // The part of the file that holds the bot section: from its header to
     // two lines after its end.
-    qsizetype sectionStart = 0;
-    qsizetype sectionEnd = 0;
+    qsizetype partStart = 0;
+    qsizetype partEnd = 0;
     // That part, then what takes its place.
     TextDocument section;
     QList<Line> oldSection;
@@ -183,8 +183,8 @@ struct PreparedFile
 
     QList<QByteArrayView> newContent() const
     {
-        return { QByteArrayView(bytes).first(sectionStart), rewritten,
-            QByteArrayView(bytes).sliced(sectionEnd) };
+        return { QByteArrayView(bytes).first(partStart), rewritten,
+            QByteArrayView(bytes).sliced(partEnd) };
     }
 };
 
@@ -198,18 +198,18 @@ PreparedFile cutAtSection(const QString &userIni, QByteArray bytes)
     file.bytes = std::move(bytes);
     const qsizetype header = TextDocument::findLineStart(file.bytes, format, BotSectionHeader);
     if (header < 0) {
-        file.sectionStart = file.sectionEnd = file.bytes.size();
+        file.partStart = file.partEnd = file.bytes.size();
         if (TextDocument::endsWithOpenLine(file.bytes, format))
             file.lineEndBefore = format.newline;
     } else {
-        file.sectionStart = header;
-        file.sectionEnd = TextDocument::nextEmptyLine(file.bytes, format, header);
+        file.partStart = header;
+        file.partEnd = TextDocument::nextEmptyLine(file.bytes, format, header);
         // A restore looks at the two lines after the section.
-        for (int line = 0; line < 2 && file.sectionEnd < file.bytes.size(); ++line)
-            file.sectionEnd = TextDocument::lineEnd(file.bytes, format, file.sectionEnd);
+        for (int line = 0; line < 2 && file.partEnd < file.bytes.size(); ++line)
+            file.partEnd = TextDocument::lineEnd(file.bytes, format, file.partEnd);
     }
     file.section = TextDocument::fromPart(
-        file.bytes.sliced(file.sectionStart, file.sectionEnd - file.sectionStart), format);
+        file.bytes.sliced(file.partStart, file.partEnd - file.partStart), format);
     return file;
 }
 
