@@ -4,7 +4,8 @@
 # clang and its runtime libraries (libFuzzer, the sanitizers) build the fuzz
 # targets; help2man writes the manual pages, dpkg-dev and file let cpack
 # work out the Debian package's dependencies, desktop-file-utils and
-# appstream check the desktop entry and the AppStream data.
+# appstream check the desktop entry and the AppStream data; GNU time reads
+# the benchmarks' memory.
 set -euo pipefail
 
 packages=(cmake ninja-build g++ qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins libgl-dev xvfb xauth python3
