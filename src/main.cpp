@@ -29,7 +29,9 @@ void describeCommandLine(QCommandLineParser &parser)
                        "installed or its directory is read-only)."),
         QStringLiteral("DIR") });
     parser.addPositionalArgument(QStringLiteral("file"),
-        QStringLiteral("A configuration file (.qvn) to open once the program has started."),
+        QStringLiteral("A configuration file (.qvn) to open once the program has started; one "
+                       "from outside the configuration folder is offered to be copied there "
+                       "first."),
         QStringLiteral("[file]"));
 }
 

@@ -24,6 +24,9 @@ mapping=(
     dlgSaveAs:dlgSaveAs.png
     dlgOpen:dlgOpen.png
     dlgApply:dlgApply.png
+    dlgImport:dlgImport.png
+    dlgRestore:dlgRestore.png
+    grdBots:grdBots.png
     frmBadFiles:frmBadFiles.png
     frmPattern:frmPattern.png
     dlgNewBoss:dlgNewBoss.png

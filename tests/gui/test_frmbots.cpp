@@ -45,8 +45,10 @@ QString items(const QComboBox *list)
 QStringList entries(const QMenu *menu)
 {
     QStringList texts;
-    for (const QAction *action : menu->actions())
-        texts << (action->isSeparator() ? "-" : action->objectName() + "=" + action->text());
+    for (const QAction *action : menu->actions()) {
+        if (action->isVisible())
+            texts << (action->isSeparator() ? "-" : action->objectName() + "=" + action->text());
+    }
     return texts;
 }
 
@@ -228,8 +230,14 @@ void TestFrmBots::menuBar()
     QCOMPARE(form->mnuFile->title(), "&File");
     QCOMPARE(entries(form->mnuFile),
         QStringList({ "mnuFileNew=&New", "-", "mnuFileOpen=&Open", "-", "mnuFileApply=Apply Config",
-            "-", "mnuFileOptions=Options", "-", "mnuFileSave=&Save", "mnuFileSaveAs=Save As", "-",
+            "mnuFileImport=&Import from Game...", "mnuFileRestore=&Restore Backup...", "-",
+            "mnuFileOptions=Options", "-", "mnuFileSave=&Save", "mnuFileSaveAs=Save As", "-",
             "mnuFileQuitLaunch=&Quit and Launch UT w/Current Config", "-", "mnuFileExit=E&xit" }));
+    QCOMPARE(form->mnuEdit->title(), "&Edit");
+    QCOMPARE(entries(form->mnuEdit),
+        QStringList({ "mnuEditUndo=&Undo", "mnuEditRedo=&Redo", "-", "mnuEditCopy=&Copy Bot",
+            "mnuEditPaste=&Paste Bot", "-", "mnuEditMoveUp=Move &Up",
+            "mnuEditMoveDown=Move &Down" }));
     QCOMPARE(form->mnuHelp->title(), "&Help");
     QCOMPARE(entries(form->mnuHelp),
         QStringList({ "mnuHelpWebsite=Website", "mnuHelpSupportSite=Support Site",

@@ -51,12 +51,19 @@ QWidget *folderChooser()
     return form;
 }
 
-// The main window as a user edits a list, for the README.
-QWidget *editingMainWindow()
+// The main window as start-up shows it, before a list is started or opened.
+QWidget *preparedMainWindow()
 {
     Catalogue() = SampleCatalogue();
     auto *form = new frmBots;
     prepareLikeStartup(*form);
+    return form;
+}
+
+// The main window as a user edits a list, for the README.
+QWidget *editingMainWindow()
+{
+    auto *form = static_cast<frmBots *>(preparedMainWindow());
     form->EnableAll(true);
     form->setCurrentFile("Tournament.qvn");
     return form;
@@ -101,7 +108,7 @@ void TestScreenshotsStartup::forms_data()
     QTest::newRow("dlgChangeConfigPath") << MakeForm([] { return new dlgChangeConfigPath; }) << "Is this your correct Configuration path?" << "lblMessage=Is the path below where you want your configurations saved?";
     QTest::newRow("dlgChangePath") << MakeForm(folderChooser) << "Choose Configuration Directory..." << "lblFolder=Folder:";
     QTest::newRow("dlgDescr") << MakeForm([] { return new dlgDescr; }) << "Enter Description" << "lblWarning=Changes are only applied.  Must save configuration to save description.";
-    QTest::newRow("frmBots") << MakeForm([] { return new frmBots; }) << "Quorvane for Unreal Tournament" << "lblFavWep=Favorite Weapon:";
+    QTest::newRow("frmBots") << MakeForm(preparedMainWindow) << "Quorvane for Unreal Tournament" << "lblFavWep=Favorite Weapon:";
     QTest::newRow("frmBotsEditing") << MakeForm(editingMainWindow) << "Tournament.qvn[*] - Quorvane for Unreal Tournament" << "lblFavWep=Favorite Weapon:";
 }
 // clang-format on

@@ -1,6 +1,7 @@
 #include "frmBots.h"
 
 #include "editorartwork.h"
+#include "rosteroverview.h"
 
 #include "catalogue/modelcatalogue.h"
 #include "configfiles/forms/dlgDescr.h"
@@ -16,9 +17,11 @@
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QDockWidget>
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -27,6 +30,7 @@
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <QSlider>
+#include <QUndoStack>
 #include <QVBoxLayout>
 
 #include <tuple>
@@ -94,6 +98,7 @@ frmBots::frmBots(QWidget *parent)
     setFont(arial);
 
     createControls();
+    createOverview();
     createMenus();
     layoutControls();
     connectHandlers();
@@ -232,6 +237,8 @@ void frmBots::createMenus()
     mnuFileOpen = entry(mnuFile, "mnuFileOpen", "&Open");
     mnuFile->addSeparator();
     mnuFileApply = entry(mnuFile, "mnuFileApply", "Apply Config");
+    mnuFileImport = entry(mnuFile, "mnuFileImport", "&Import from Game...");
+    mnuFileRestore = entry(mnuFile, "mnuFileRestore", "&Restore Backup...");
     mnuFile->addSeparator();
     mnuFileOptions = entry(mnuFile, "mnuFileOptions", "Options");
     mnuFile->addSeparator();
@@ -241,6 +248,11 @@ void frmBots::createMenus()
     mnuFileQuitLaunch = entry(mnuFile, "mnuFileQuitLaunch", "&Quit and Launch UT w/Current Config");
     mnuFile->addSeparator();
     mnuFileExit = entry(mnuFile, "mnuFileExit", "E&xit");
+    // The recent configurations go between these two.
+    m_recentSeparator = mnuFile->insertSeparator(mnuFileExit);
+    mnuFile->setToolTipsVisible(true);
+
+    createEditMenu();
 
     mnuHelp = menuBar()->addMenu("&Help");
     mnuHelp->setObjectName("mnuHelp");
@@ -355,6 +367,7 @@ void frmBots::connectHandlers()
         { &m_skillAdjust, &m_accuracy, &m_alertness, &m_camping, &m_strafing })
         connectSlider(*skill);
     connectMenus();
+    connectEditing();
 }
 
 // A change (arrows, track, the program, the end of a drag) marks a saved
@@ -364,6 +377,8 @@ void frmBots::connectSlider(const SkillSlider &skill)
     connect(skill.slider, &QSlider::valueChanged, this, [this, &skill] { hsChange(skill); });
     connect(skill.slider, &QSlider::sliderMoved, this,
         [this, &skill](int position) { hsScroll(skill, position); });
+    // A drag is one step of the undo history, recorded when it ends.
+    connect(skill.slider, &QSlider::sliderReleased, this, [this] { recordEdit(); });
 }
 
 int frmBots::CurrentSlot() const
@@ -378,6 +393,7 @@ bool frmBots::slotInRange() const
 
 void frmBots::MarkModified()
 {
+    recordEdit();
     if (!bLoadingConfig && IsSaved())
         SavedFunc(false);
 }
@@ -440,6 +456,10 @@ void frmBots::SavedFunc(bool bSave)
     imgNotSaved->setVisible(!bSave);
     mnuFileSave->setEnabled(!bSave);
     setWindowModified(!bSave);
+    // Saving snaps slider positions off their steps in the roster itself:
+    // no edit of the user's to undo.
+    if (bSave)
+        m_recorded = Roster();
 }
 
 bool frmBots::IsSaved() const
@@ -467,6 +487,8 @@ void frmBots::EnableAll(bool eState)
         chkRandomOrder, hsSkillAdjust, hsAccuracy, hsAlertness, hsStrafing, hsCamping, cmdDescr };
     for (QWidget *control : editing)
         control->setEnabled(eState);
+    grdBots->setEnabled(eState);
+    updateEditActions();
 }
 
 // ---- Class, skin, face and voice lists -------------------------------------
@@ -718,6 +740,7 @@ void frmBots::hsScroll(const SkillSlider &skill, int position)
     if (!isVisible() || !slotInRange())
         return;
     (Roster().*skill.field)[CurrentSlot()] = qint16(position);
+    recordEdit();
     if (!bLoadingConfig)
         SavedFunc(false);
 }
@@ -787,5 +810,15 @@ bool frmBots::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == imgPartnerLogo && event->type() == QEvent::MouseButtonDblClick)
         emit partnerLogoActivated();
+    // Undo and Redo of the window cover the name as well; the box's own
+    // would add steps of its own to the history.
+    if (watched == txtName && event->type() == QEvent::ShortcutOverride) {
+        const QKeySequence pressed(static_cast<QKeyEvent *>(event)->keyCombination());
+        const QList<QKeySequence> taken = mnuEditUndo->shortcuts() + mnuEditRedo->shortcuts();
+        if (taken.contains(pressed)) {
+            event->ignore();
+            return true;
+        }
+    }
     return QMainWindow::eventFilter(watched, event);
 }

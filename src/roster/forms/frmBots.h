@@ -4,15 +4,20 @@
 
 #include <QMainWindow>
 
+#include <optional>
+
 class QAction;
 class QCheckBox;
 class QComboBox;
+class QDockWidget;
 class QFrame;
 class QLabel;
 class QLineEdit;
 class QMenu;
 class QPushButton;
 class QSlider;
+class QUndoStack;
+class RosterOverview;
 
 // The main window: edits the roster one bot slot at a time, plus the
 // list-wide values, and shows whether the roster is Saved, Modified or
@@ -23,6 +28,10 @@ class QSlider;
 // document: the window's visibility (start-up fills it while hidden),
 // bRefreshing (the window positions its class, skin, face and voice lists)
 // and bLoadingConfig (a configuration is being opened).
+//
+// Every edit the user makes is recorded as one step of the undo history and
+// shown in the overview of all bots, by MarkModified (and by the end of a
+// slider's drag).
 class frmBots : public QMainWindow
 {
     Q_OBJECT
@@ -81,6 +90,15 @@ public:
     // to save it first (Yes, with the command's `yesLine`), drop it (No) or
     // stay (Cancel). Returns whether to go on.
     bool AskToSave(const QString &yesLine, const QString &noLine);
+    // The same with the words of File, Open.
+    bool AskToSaveBeforeOpening();
+
+    // Starts the undo history afresh from the roster as it is now, which the
+    // overview then shows: after New, Open and Import.
+    void ResetHistory();
+    // Puts `file` (a configuration just opened or saved) first in File's
+    // list of recent configurations.
+    void RememberRecentFile(const QString &file);
 
     // Editor state.
     qint16 iPrevValue = 0;
@@ -147,16 +165,32 @@ public:
     QLabel *imgNotSaved;
     QLabel *imgPartnerLogo;
 
+    // Every bot at a glance, beside the editor.
+    QDockWidget *dockOverview;
+    RosterOverview *grdBots;
+    QUndoStack *History;
+
     // Menus.
     QMenu *mnuFile;
     QAction *mnuFileNew;
     QAction *mnuFileOpen;
     QAction *mnuFileApply;
+    QAction *mnuFileImport;
+    QAction *mnuFileRestore;
     QAction *mnuFileOptions;
     QAction *mnuFileSave;
     QAction *mnuFileSaveAs;
     QAction *mnuFileQuitLaunch;
     QAction *mnuFileExit;
+    // The recent configurations, newest first, before Exit.
+    QList<QAction *> mnuFileRecent;
+    QMenu *mnuEdit;
+    QAction *mnuEditUndo;
+    QAction *mnuEditRedo;
+    QAction *mnuEditCopy;
+    QAction *mnuEditPaste;
+    QAction *mnuEditMoveUp;
+    QAction *mnuEditMoveDown;
     QMenu *mnuHelp;
     QAction *mnuHelpWebsite;
     QAction *mnuHelpSupportSite;
@@ -170,6 +204,10 @@ signals:
 protected:
     void closeEvent(QCloseEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    // A configuration dropped on the window opens as from a file manager.
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
 
 private:
     // One of the five skill sliders: its control, value label, roster field
@@ -183,15 +221,31 @@ private:
     };
 
     void createControls();
+    void createOverview();
     void createMenus();
+    void createEditMenu();
     void layoutControls();
     void connectHandlers();
     void connectSlider(const SkillSlider &skill);
     void connectMenus();
+    void connectEditing();
 
     // Saved becomes Modified; Modified and Loaded stay; nothing while a
-    // configuration is being opened.
+    // configuration is being opened. Records the edit first.
     void MarkModified();
+    // When the roster differs from the one last recorded, shows the change
+    // in the overview and records it as one step of the undo history (a
+    // slider's drag once it ends), showing `slotBefore` when it is undone
+    // and `slotAfter` when it is redone (both the current slot by default).
+    void recordEdit(int slotBefore = -1, int slotAfter = -1);
+    // Puts `roster` into the roster and every control, showing `slot`: an
+    // undo or a redo, which counts as an edit.
+    void restoreRoster(const BotRoster &roster, int slot);
+    // Shows the current slot in the slot's controls, lists positioned.
+    void showCurrentSlot();
+    void updateEditActions();
+    void fillRecentMenu(const QStringList &files);
+    void openRecentFile(const QString &file);
     // Selects slot 0 and shows it with every list positioned.
     void showFirstSlot();
     // Saves the open document for Quit and Launch; whether it is saved now.
@@ -217,6 +271,8 @@ private:
     void mnuFileNew_Click();
     void mnuFileOpen_Click();
     void mnuFileApply_Click();
+    void mnuFileImport_Click();
+    void mnuFileRestore_Click();
     void mnuFileOptions_Click();
     void mnuFileSave_Click();
     void mnuFileSaveAs_Click();
@@ -224,6 +280,9 @@ private:
     void mnuFileExit_Click();
     void mnuHelpHelp_Click();
     void mnuHelpAbout_Click();
+    void mnuEditCopy_Click();
+    void mnuEditPaste_Click();
+    void moveBot(int offset);
     void hsChange(const SkillSlider &skill);
     void hsScroll(const SkillSlider &skill, int position);
 
@@ -232,4 +291,13 @@ private:
     SkillSlider m_alertness {};
     SkillSlider m_camping {};
     SkillSlider m_strafing {};
+
+    // The roster as the undo history last recorded it.
+    BotRoster m_recorded;
+    // Set while an undo or redo puts a roster back, and while a command
+    // made of several edits records itself as one.
+    bool m_restoring = false;
+    bool m_holdingEdits = false;
+    std::optional<BotSlot> m_copiedBot;
+    QAction *m_recentSeparator = nullptr;
 };

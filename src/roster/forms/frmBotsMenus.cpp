@@ -1,8 +1,11 @@
-// The main window's menu commands: the document commands, the apply, Quit
-// and Launch, Exit and the help entries.
+// The main window's menu commands: the document commands and the recent
+// configurations, the apply, the import of the game's list, the restore of
+// a backup, Quit and Launch, Exit and the help entries.
 
+#include "dlgImport.h"
 #include "frmAbout.h"
 #include "frmBots.h"
+#include "openatstart.h"
 #include "weblinks.h"
 
 #include "catalogue/forms/dlgNewBoss.h"
@@ -16,22 +19,28 @@
 #include "configfiles/forms/dlgError.h"
 #include "configfiles/forms/dlgLaunchUT.h"
 #include "configfiles/forms/dlgOpen.h"
+#include "configfiles/forms/dlgRestore.h"
 #include "configfiles/forms/dlgSaveAs.h"
 #include "configfiles/forms/formregistry.h"
 #include "configfiles/forms/windowtools.h"
 #include "configfiles/gameinstallation.h"
 #include "configfiles/prompt.h"
 #include "configfiles/runerror.h"
+#include "roster/rosterimport.h"
 #include "startup/forms/dlgChangeConfigPath.h"
 #include "startup/forms/dlgCorrectUTPath.h"
 #include "startup/forms/dlgFirstRun.h"
 #include "startup/forms/dlgOptions.h"
 #include "startup/forms/frmSplash.h"
 #include "startup/options.h"
+#include "startup/recentfiles.h"
 
 #include <QAction>
 #include <QComboBox>
+#include <QDir>
+#include <QFileInfo>
 #include <QLabel>
+#include <QMenu>
 #include <QScopedValueRollback>
 
 namespace {
@@ -61,6 +70,8 @@ void frmBots::connectMenus()
     connect(mnuFileNew, &QAction::triggered, this, &frmBots::mnuFileNew_Click);
     connect(mnuFileOpen, &QAction::triggered, this, &frmBots::mnuFileOpen_Click);
     connect(mnuFileApply, &QAction::triggered, this, &frmBots::mnuFileApply_Click);
+    connect(mnuFileImport, &QAction::triggered, this, &frmBots::mnuFileImport_Click);
+    connect(mnuFileRestore, &QAction::triggered, this, &frmBots::mnuFileRestore_Click);
     connect(mnuFileOptions, &QAction::triggered, this, &frmBots::mnuFileOptions_Click);
     connect(mnuFileSave, &QAction::triggered, this, &frmBots::mnuFileSave_Click);
     connect(mnuFileSaveAs, &QAction::triggered, this, &frmBots::mnuFileSaveAs_Click);
@@ -74,6 +85,7 @@ void frmBots::connectMenus()
     connect(mnuHelpAbout, &QAction::triggered, this, &frmBots::mnuHelpAbout_Click);
     connect(this, &frmBots::partnerLogoActivated, this,
         [] { PerformShellAction(PartnerSiteAddress()); });
+    fillRecentMenu(ReadRecentFiles());
 }
 
 void frmBots::setCurrentFile(const QString &name)
@@ -102,6 +114,15 @@ bool frmBots::AskToSave(const QString &yesLine, const QString &noLine)
     return true;
 }
 
+bool frmBots::AskToSaveBeforeOpening()
+{
+    return AskToSave(
+        QStringLiteral(
+            "   Yes = Save current configuration and then open a different configuration."),
+        QStringLiteral(
+            "    No = Loose current configuration and then open a different configuration."));
+}
+
 void frmBots::showFirstSlot()
 {
     cmbBot->setCurrentIndex(0);
@@ -124,27 +145,28 @@ void frmBots::mnuFileNew_Click()
     SavedFunc(false);
     mnuFileSave->setEnabled(true);
     mnuFileSaveAs->setEnabled(true);
+    ResetHistory();
 }
 
 // The dialog reads the file into the roster; the window then shows it.
 void frmBots::mnuFileOpen_Click()
 {
-    if (!AskToSave(
-            QStringLiteral(
-                "   Yes = Save current configuration and then open a different configuration."),
-            QStringLiteral(
-                "    No = Loose current configuration and then open a different configuration.")))
+    if (!AskToSaveBeforeOpening())
         return;
     dlgOpen &dialog = dialogOver<dlgOpen>(this);
     dialog.exec();
     if (!dialog.FileOpened)
         return;
     EnableAll(true);
-    const QScopedValueRollback loading(bLoadingConfig, true);
-    showFirstSlot();
-    GetBotConfigSettings();
-    setCurrentFile(dialog.OpenedFileName);
-    LoadedFunc();
+    {
+        const QScopedValueRollback loading(bLoadingConfig, true);
+        showFirstSlot();
+        GetBotConfigSettings();
+        setCurrentFile(dialog.OpenedFileName);
+        LoadedFunc();
+    }
+    ResetHistory();
+    RememberRecentFile(AppOptions().ConfigPath + dialog.OpenedFileName);
 }
 
 // A roster without a file name needs one first; a named one overwrites its
@@ -157,8 +179,10 @@ void frmBots::mnuFileSave_Click()
         return;
     }
     try {
-        if (SaveConfigAs(AppOptions().ConfigPath, fileName, true))
+        if (SaveConfigAs(AppOptions().ConfigPath, fileName, true)) {
             SavedFunc(true);
+            RememberRecentFile(AppOptions().ConfigPath + fileName);
+        }
     } catch (const RunError &error) {
         showMessage(QStringLiteral("Configuration Not Saved"),
             QStringLiteral("The configuration could not be saved as ") + fileName
@@ -177,12 +201,120 @@ void frmBots::mnuFileSaveAs_Click()
         return;
     setCurrentFile(dialog.SavedFileName);
     SavedFunc(true);
+    RememberRecentFile(AppOptions().ConfigPath + dialog.SavedFileName);
 }
 
 // The apply works on a saved file, not on the roster being edited.
 void frmBots::mnuFileApply_Click()
 {
     dialogOver<dlgApply>(this).exec();
+}
+
+// The game's own list becomes a new, unnamed list, as if it had been typed
+// in: Save As keeps it.
+void frmBots::mnuFileImport_Click()
+{
+    const QString title = QStringLiteral("Import from Game");
+    const QStringList userIniFiles = GameUserIniFiles(AppOptions().UTPath);
+    if (userIniFiles.isEmpty()) {
+        showMessage(title,
+            QStringLiteral("Can't find user.ini in the game folder ") + AppOptions().UTPath
+                + QStringLiteral(".  Nothing was imported."),
+            MessageButtons::Ok, MessageIcon::Exclamation);
+        return;
+    }
+    if (!AskToSave(
+            QStringLiteral("   Yes = Save current configuration and then import the game's list."),
+            QStringLiteral(
+                "    No = Loose current configuration and then import the game's list.")))
+        return;
+    QString userIni = userIniFiles.constFirst();
+    if (userIniFiles.size() > 1) {
+        dlgImport &dialog = dialogOver<dlgImport>(this);
+        dialog.setFiles(userIniFiles);
+        if (dialog.exec() != QDialog::Accepted)
+            return;
+        userIni = dialog.ChosenFile;
+    }
+
+    RosterImport imported;
+    try {
+        const BusyPointer busy;
+        imported = ImportRoster(userIni);
+    } catch (const RunError &error) {
+        showMessage(title,
+            QDir::toNativeSeparators(userIni)
+                + QStringLiteral(" could not be read; nothing was imported.\r\n") + error.message(),
+            MessageButtons::Ok, MessageIcon::Exclamation);
+        return;
+    }
+    if (imported.sectionFound) {
+        Roster() = imported.roster;
+        EnableAll(true);
+        showFirstSlot();
+        GetBotConfigSettings();
+        setCurrentFile(UnNamed);
+        SavedFunc(false);
+        mnuFileSave->setEnabled(true);
+        mnuFileSaveAs->setEnabled(true);
+        ResetHistory();
+    }
+    ReportImportProblems(imported, userIni);
+}
+
+void frmBots::mnuFileRestore_Click()
+{
+    dialogOver<dlgRestore>(this).exec();
+}
+
+void frmBots::RememberRecentFile(const QString &file)
+{
+    const QStringList files = WithRecentFile(
+        ReadRecentFiles(), QDir::toNativeSeparators(QFileInfo(file).absoluteFilePath()));
+    try {
+        WriteRecentFiles(files);
+    } catch (const RunError &) {
+        // A convenience: a list that cannot be kept is not worth a message
+        // at every save.
+    }
+    fillRecentMenu(files);
+}
+
+void frmBots::fillRecentMenu(const QStringList &files)
+{
+    // An entry may be the one whose click got here: it goes once that is over.
+    for (QAction *entry : std::as_const(mnuFileRecent)) {
+        mnuFile->removeAction(entry);
+        entry->deleteLater();
+    }
+    mnuFileRecent.clear();
+    for (const QString &file : files) {
+        const int number = int(mnuFileRecent.size()) + 1;
+        auto *entry = new QAction(QStringLiteral("&%1 ").arg(number)
+                + QFileInfo(file).fileName().replace(QLatin1Char('&'), QLatin1String("&&")),
+            mnuFile);
+        entry->setObjectName(QStringLiteral("mnuFileRecent%1").arg(number));
+        entry->setToolTip(file);
+        entry->setStatusTip(file);
+        connect(entry, &QAction::triggered, this, [this, file] { openRecentFile(file); });
+        mnuFile->insertAction(m_recentSeparator, entry);
+        mnuFileRecent.append(entry);
+    }
+    m_recentSeparator->setVisible(!files.isEmpty());
+}
+
+// A configuration that is gone leaves the list once it was reported.
+void frmBots::openRecentFile(const QString &file)
+{
+    if (OpenConfigurationFile(file) || QFileInfo(file).isFile())
+        return;
+    const QStringList files = WithoutRecentFile(ReadRecentFiles(), file);
+    try {
+        WriteRecentFiles(files);
+    } catch (const RunError &) {
+        // Offered again next time; opening it says what is wrong.
+    }
+    fillRecentMenu(files);
 }
 
 // Not one of this window's dialogs: changing the game folder in it replaces
@@ -252,9 +384,11 @@ void frmBots::closeAllForms()
     unloadForm<dlgDescr>();
     unloadForm<dlgError>();
     unloadForm<dlgFirstRun>();
+    unloadForm<dlgImport>();
     unloadForm<dlgLaunchUT>();
     unloadForm<dlgOpen>();
     unloadForm<dlgOptions>();
+    unloadForm<dlgRestore>();
     unloadForm<dlgSaveAs>();
     unloadForm<frmAbout>();
     unloadForm<frmBadFiles>();
