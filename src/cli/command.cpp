@@ -156,6 +156,14 @@ QString CommandContext::configDir() const
     return AppOptions().ConfigPath;
 }
 
+QString CommandContext::existingConfigDir() const
+{
+    const QString directory = configDir();
+    if (!QDir(directory).exists())
+        fail(directory + QStringLiteral(": no such directory"));
+    return directory;
+}
+
 QString CommandContext::gameDir() const
 {
     if (isUnset(AppOptions().UTPath))

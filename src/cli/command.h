@@ -65,6 +65,8 @@ public:
     // The configuration directory (ends with the separator); ends with
     // Failed when neither --config-dir nor options.ini names one.
     QString configDir() const;
+    // The same, and ends with Failed when the directory is not there.
+    QString existingConfigDir() const;
     // The game directory (ends with the separator); ends with Failed when
     // neither --game-dir nor options.ini names one.
     QString gameDir() const;

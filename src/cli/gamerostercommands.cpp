@@ -58,9 +58,7 @@ int runBackups(CommandContext &context)
     QCommandLineParser parser;
     context.parse(parser, 0);
     context.loadOptions();
-    const QString directory = context.configDir();
-    if (!QDir(directory).exists())
-        fail(u"%1: no such directory"_s.arg(directory));
+    const QString directory = context.existingConfigDir();
 
     QJsonArray list;
     for (const BackupFile &backup : ListBackups(directory))

@@ -113,9 +113,7 @@ int runList(CommandContext &context)
     QCommandLineParser parser;
     context.parse(parser, 0);
     context.loadOptions();
-    const QString directory = context.configDir();
-    if (!QDir(directory).exists())
-        fail(u"%1: no such directory"_s.arg(directory));
+    const QString directory = context.existingConfigDir();
 
     QJsonArray list;
     const QStringList names = QDir(directory).entryList({u"*.qvn"_s}, QDir::Files,
