@@ -1,5 +1,6 @@
 #include "rostercheck.h"
 
+#include "catalogue/intfile.h"
 #include "roster/classchoices.h"
 
 #include <QStringList>
@@ -20,27 +21,11 @@ bool isFace(const FaceEntry &face, const QString &name)
     return sameName(face.FaceName, name) || sameName(GameFaceName(face.FaceName), name);
 }
 
-const MISCLASS *findClass(const QList<MISCLASS> &classes, const QString &name)
-{
-    const auto found = std::find_if(classes.begin(), classes.end(),
-        [&](const MISCLASS &model) { return sameName(model.ClassName, name); });
-    return found == classes.end() ? nullptr : &*found;
-}
-
 const SkinEntry *findSkin(const QList<SkinEntry> &skins, const QString &name)
 {
     const auto found = std::find_if(skins.begin(), skins.end(),
         [&](const SkinEntry &skin) { return sameName(skin.SkinName, name); });
     return found == skins.end() ? nullptr : &*found;
-}
-
-const SkinEntry *findSkinAnywhere(const QList<MISCLASS> &classes, const QString &name)
-{
-    for (const MISCLASS &model : classes) {
-        if (const SkinEntry *skin = findSkin(model.Skins, name))
-            return skin;
-    }
-    return nullptr;
 }
 
 bool hasFace(const SkinEntry &skin, const QString &name)
@@ -49,12 +34,22 @@ bool hasFace(const SkinEntry &skin, const QString &name)
         [&](const FaceEntry &face) { return isFace(face, name); });
 }
 
-bool faceInstalled(const QList<MISCLASS> &classes, const QString &name)
+// Names are compared in any capitals. A large game has thousands of skins,
+// and QString::toLower is the slow part of indexing them.
+QString lowered(const QString &name)
 {
-    return std::any_of(classes.begin(), classes.end(), [&](const MISCLASS &model) {
-        return std::any_of(model.Skins.begin(), model.Skins.end(),
-            [&](const SkinEntry &skin) { return hasFace(skin, name); });
-    });
+    thread_local QString buffer;
+    return lowerCaseInto(name, buffer).toString();
+}
+
+// The first entry of a name wins, as a search in the catalogue's order
+// would find it; free slots have no name.
+template<typename T>
+void indexFirst(QHash<QString, const T *> &names, const QString &name, const T &entry)
+{
+    const QString key = lowered(name);
+    if (!key.isEmpty() && !names.contains(key))
+        names.insert(key, &entry);
 }
 
 QString quoted(const QString &text)
@@ -69,16 +64,57 @@ QString notInstalled(const QString &kind, const QString &name)
 
 } // namespace
 
-QList<SlotProblem> CheckSlot(const BotRoster &roster, int slot, const ModelCatalogue &catalogue)
+InstalledContent::InstalledContent(const ModelCatalogue &catalogue)
+    : m_catalogue(catalogue)
 {
-    const QList<MISCLASS> &classes = catalogue.MISCCLASSES;
+    for (const MISCLASS &model : catalogue.MISCCLASSES)
+        indexFirst(m_classes, model.ClassName, model);
+}
+
+const QList<const SkinEntry *> &InstalledContent::skinsOfPackage(const QString &name) const
+{
+    const auto package = [](const QString &name) { return lowered(name.section(u'.', 0, 0)); };
+    if (!m_packages) {
+        m_packages.emplace();
+        for (const MISCLASS &model : m_catalogue.MISCCLASSES) {
+            for (const SkinEntry &skin : model.Skins) {
+                if (!skin.SkinName.isEmpty())
+                    (*m_packages)[package(skin.SkinName)].append(&skin);
+            }
+        }
+    }
+    static const QList<const SkinEntry *> none;
+    const auto found = m_packages->constFind(package(name));
+    return found == m_packages->cend() ? none : *found;
+}
+
+// The first skin of the name in the catalogue's order.
+const SkinEntry *InstalledContent::skinAnywhere(const QString &name) const
+{
+    for (const SkinEntry *skin : skinsOfPackage(name)) {
+        if (sameName(skin->SkinName, name))
+            return skin;
+    }
+    return nullptr;
+}
+
+// A skin's faces are textures of its own package.
+bool InstalledContent::faceAnywhere(const QString &name) const
+{
+    const QList<const SkinEntry *> &skins = skinsOfPackage(name);
+    return std::any_of(
+        skins.begin(), skins.end(), [&](const SkinEntry *skin) { return hasFace(*skin, name); });
+}
+
+QList<SlotProblem> InstalledContent::check(const BotRoster &roster, int slot) const
+{
     QList<SlotProblem> problems;
     const auto add = [&](SlotField field, const QString &value, const QString &text) {
         problems.append({ slot, field, value, text });
     };
 
     const QString &className = roster.BotClasses.at(slot);
-    const MISCLASS *model = findClass(classes, className);
+    const MISCLASS *model = m_classes.value(lowered(className));
     if (!model)
         add(SlotField::Class, className,
             className.isEmpty() ? QStringLiteral("No class is set")
@@ -89,7 +125,7 @@ QList<SlotProblem> CheckSlot(const BotRoster &roster, int slot, const ModelCatal
     const QString &skinName = roster.BotSkins.at(slot);
     const SkinEntry *skin = model ? findSkin(model->Skins, skinName) : nullptr;
     if (!skinName.isEmpty() && !skin) {
-        skin = findSkinAnywhere(classes, skinName);
+        skin = skinAnywhere(skinName);
         if (!skin)
             add(SlotField::Skin, skinName, notInstalled(QStringLiteral("Skin"), skinName));
         else if (model)
@@ -100,7 +136,7 @@ QList<SlotProblem> CheckSlot(const BotRoster &roster, int slot, const ModelCatal
 
     const QString &faceName = roster.BotFaces.at(slot);
     if (!faceName.isEmpty() && !(skin && hasFace(*skin, faceName))) {
-        if (!faceInstalled(classes, faceName))
+        if (!faceAnywhere(faceName))
             add(SlotField::Face, faceName, notInstalled(QStringLiteral("Face"), faceName));
         else if (skin)
             add(SlotField::Face, faceName,
@@ -110,16 +146,22 @@ QList<SlotProblem> CheckSlot(const BotRoster &roster, int slot, const ModelCatal
 
     const QString &voice = roster.VoiceType.at(slot);
     if (!voice.isEmpty() && !sameName(voice, NoneItem)
-        && VoiceDescription(catalogue.VoiceList, voice).isEmpty())
+        && VoiceDescription(m_catalogue.VoiceList, voice).isEmpty())
         add(SlotField::Voice, voice, notInstalled(QStringLiteral("Voice"), voice));
     return problems;
 }
 
+QList<SlotProblem> CheckSlot(const BotRoster &roster, int slot, const ModelCatalogue &catalogue)
+{
+    return InstalledContent(catalogue).check(roster, slot);
+}
+
 QList<SlotProblem> CheckRoster(const BotRoster &roster, const ModelCatalogue &catalogue)
 {
+    const InstalledContent installed(catalogue);
     QList<SlotProblem> problems;
     for (int slot = 0; slot < BotSlotCount; ++slot)
-        problems += CheckSlot(roster, slot, catalogue);
+        problems += installed.check(roster, slot);
     return problems;
 }
 

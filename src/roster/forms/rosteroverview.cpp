@@ -154,7 +154,9 @@ void RosterOverview::refreshSlot(int slot)
         item(slot, column)->setText(texts.at(column));
     item(slot, Team)->setIcon(teamIcon(roster.BotTeams[slot]));
 
-    const QString problems = ProblemsText(CheckSlot(roster, slot));
+    if (!m_installed)
+        m_installed.emplace(Catalogue());
+    const QString problems = ProblemsText(m_installed->check(roster, slot));
     item(slot, Number)
         ->setIcon(problems.isEmpty()
                 ? QIcon()
@@ -167,6 +169,7 @@ void RosterOverview::refreshSlot(int slot)
 
 void RosterOverview::refreshAll()
 {
+    m_installed.emplace(Catalogue());
     for (int slot = 0; slot < BotSlotCount; ++slot)
         refreshSlot(slot);
 }

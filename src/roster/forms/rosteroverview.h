@@ -1,6 +1,10 @@
 #pragma once
 
+#include "roster/rostercheck.h"
+
 #include <QTableWidget>
+
+#include <optional>
 
 // All 32 bots of the roster at a glance, one row per slot: number, name,
 // team (in its colour), class, skin, face, voice, skill and favourite
@@ -10,8 +14,8 @@
 // default in its place, so this is where a player learns why a bot looks
 // or sounds wrong.
 //
-// It shows Roster() and Catalogue() as they are when asked to; choosing a
-// row is reported, not acted on.
+// It shows Roster() and Catalogue() as they are when asked to; refreshAll
+// takes the catalogue afresh. Choosing a row is reported, not acted on.
 class RosterOverview : public QTableWidget
 {
     Q_OBJECT
@@ -36,4 +40,6 @@ private:
     void currentRowChanged(int row);
 
     bool m_showing = false;
+    // Looking a name up in a large catalogue costs more than a row.
+    std::optional<InstalledContent> m_installed;
 };
