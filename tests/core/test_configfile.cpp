@@ -1,42 +1,44 @@
 #include "configfiles/configfile.h"
-#include "configfiles/fileops.h"
 #include "configfiles/runerror.h"
 #include "configfiles/textfile.h"
+#include "gamefolder.h"
 #include "roster/botroster.h"
 #include "scriptedprompt.h"
 #include "testfiles.h"
 
-#include <QDir>
-#include <QTemporaryDir>
 #include <QTest>
 
 namespace {
 
 const QString Rule(80, QLatin1Char('*'));
 
-// A roster with a different value in every field of every slot.
+// A roster with a different value in every field of every slot, line
+// breaks in some names, which must not shift the lines after them, and
+// accuracy and alertness off their step of 5.
 BotRoster variedRoster()
 {
     const QList<qint16> teams { 0, 1, 2, 3, 255 };
     const QStringList styles { "0.500000", "-1.000000", "1.000000", "-0.500000", "0.000000" };
+    const QStringList names { "A=B", QString::fromUtf8("Zoë"), "two\r\nlines", "a\n\nb", "a\rb" };
     BotRoster roster;
     for (int i = 0; i < BotSlotCount; ++i) {
         const QString n = QString::number(i);
-        roster.BotNames[i] = i == 0 ? "A=B" : i == 1 ? QString::fromUtf8("Zoë") : "Bot " + n;
+        roster.BotNames[i] = names.value(i, "Bot " + n);
         roster.BotTeams[i] = teams.at(i % teams.size());
         roster.BotClasses[i] = "Mod" + n + ".Class";
         roster.BotSkins[i] = "Skins" + n + ".skin";
         roster.BotFaces[i] = "Skins" + n + ".Face";
         roster.VoiceType[i] = i % 3 == 0 ? QString() : i % 3 == 1 ? "(NONE)" : "Voices.V" + n;
         roster.BotSkills[i] = qint16(i % 7);
-        roster.BotAccuracy[i] = qint16(i * 5 % 201 - 100);
+        roster.BotAccuracy[i] = qint16(i * 5 % 201 - 100 + (i == 3 ? 2 : 0));
         roster.CombatStyle[i] = styles.at(i % styles.size());
-        roster.Alertness[i] = qint16(100 - i * 5);
+        roster.Alertness[i] = qint16(100 - i * 5 - (i == 4 ? 2 : 0));
         roster.Camping[i] = qint16(i % 11);
         roster.StrafingAbility[i] = qint16(i % 21 - 10);
         roster.FavoriteWeapon[i] = i % 2 ? "Botpack.Minigun2" : QString();
         roster.BotJumpy[i] = qint16(i % 2);
     }
+    roster.FavoriteWeapon[31] = "a\rb";
     roster.Difficulty = 7;
     roster.bAdjustSkill = true;
     roster.bRandomOrder = false;
@@ -44,24 +46,12 @@ BotRoster variedRoster()
     return roster;
 }
 
-// The description block of the lines written for `description`.
-QStringList descriptionBlock(const QString &description)
+BotRoster defaultRoster()
 {
     BotRoster roster;
-    roster.Description = description;
-    const QStringList lines = ConfigurationLines("x.qvn", roster);
-    return lines.mid(7, lines.indexOf(Rule, 1) - 7);
+    SetDefaults(roster);
+    return roster;
 }
-
-class TempConfigDir
-{
-public:
-    QString path() const { return AddBackslash(QDir::toNativeSeparators(m_dir.path())); }
-    QString file(const QString &name) const { return path() + name; }
-
-private:
-    QTemporaryDir m_dir;
-};
 
 } // namespace
 
@@ -92,17 +82,16 @@ private slots:
         }
         QCOMPARE(section.size(), 452);
 
-        BotRoster roster;
-        SetDefaults(roster);
+        BotRoster roster = defaultRoster();
         roster.bRandomOrder = true;
         roster.Difficulty = 3;
         roster.Description
             = "The bots the game ships with, kept as a starting point for new lists: "
               "thirty-two slots with the game's own names, teams, classes, skins "
               "and faces.";
-        TempConfigDir dir;
+        GameFolder dir;
         ScriptedPrompt prompt;
-        QVERIFY(SaveConfigAs(dir.path(), "default.qvn", false, roster));
+        QVERIFY(SaveConfigAs(dir.config(), "default.qvn", false, roster));
 
         const QStringList header { Rule, "* default.qvn",
             "* This is a configuration created with Quorvane.",
@@ -111,208 +100,83 @@ private slots:
             "* The bots the game ships with, kept as a starting point for new lists: ",
             "* thirty-two slots with the game's own names, teams, classes, skins and faces.", Rule,
             "" };
-        QCOMPARE(readAnsiLines(dir.file("default.qvn")), header + section);
-        QCOMPARE(readTestFile(dir.file("default.qvn")), crlf(header + section));
+        QCOMPARE(readTestFile(dir.config("default.qvn")), crlf(header + section));
         QCOMPARE(prompt.transcript(), QStringList());
-    }
-
-    void descriptionWraps_data()
-    {
-        QTest::addColumn<QString>("description");
-        QTest::addColumn<QStringList>("block");
-
-        const QString nine = "abcdefghi ";
-        QTest::newRow("empty") << QString() << QStringList { "* " };
-        QTest::newRow("78 fit one line") << nine.repeated(7) + "abcdefgh"
-                                         << QStringList { "* " + nine.repeated(7) + "abcdefgh" };
-        QTest::newRow("79 wrap after the last space") << nine.repeated(7)
-                + "abcdefghi" << QStringList { "* " + nine.repeated(7), "* abcdefghi" };
-        QTest::newRow("chunk ending in a space")
-            << QString(77, 'x') + " yz" << QStringList { "* " + QString(77, 'x') + " ", "* yz" };
-        QTest::newRow("run without spaces")
-            << QString(200, 'a')
-            << QStringList { "* " + QString(78, 'a'), "* " + QString(78, 'a'),
-                   "* " + QString(44, 'a') };
-        QTest::newRow("run, then words")
-            << QString(80, 'a') + " b" << QStringList { "* " + QString(78, 'a'), "* aa b" };
-        QTest::newRow("line breaks become spaces")
-            << "one\r\ntwo\nthree\rfour" << QStringList { "* one two three four" };
-    }
-
-    void descriptionWraps()
-    {
-        QFETCH(QString, description);
-        QFETCH(QStringList, block);
-        QCOMPARE(descriptionBlock(description), block);
     }
 
     void everyFieldRoundTrips()
     {
         BotRoster written = variedRoster();
-        written.BotAccuracy[3] = 37;
-        written.Alertness[4] = -42;
-        const BotRoster before = written;
-        TempConfigDir dir;
-        QVERIFY(SaveConfigAs(dir.path(), "varied.qvn", true, written));
+        GameFolder dir;
+        QVERIFY(SaveConfigAs(dir.config(), "varied.qvn", true, written));
+        QVERIFY(readTestFile(dir.config("varied.qvn")).contains("\r\nBotNames[1]=Zo\xEB\r\n"));
 
         // Off-step positions are snapped toward zero in the roster itself.
-        QCOMPARE(written.BotAccuracy[3], qint16(35));
-        QCOMPARE(written.Alertness[4], qint16(-40));
-        QCOMPARE(written.BotSkills, before.BotSkills);
-        QVERIFY(readTestFile(dir.file("varied.qvn")).contains("\r\nBotNames[1]=Zo\xEB\r\n"));
-
+        QCOMPARE(written.BotAccuracy[3], qint16(-80));
+        QCOMPARE(written.Alertness[4], qint16(75));
         BotRoster read;
-        OpenConfiguration(dir.path(), "varied.qvn", read);
+        OpenConfiguration(dir.config(), "varied.qvn", read);
         written.Description += ' ';
+        written.BotNames[2] = "two lines";
+        written.BotNames[3] = "a  b";
+        written.BotNames[4] = written.FavoriteWeapon[31] = "a b";
         QCOMPARE(read, written);
     }
 
-    // Names come from the command line's rosters too, where nothing keeps
-    // a line break out; one must not shift the lines after it.
-    void valuesStayOnTheirLine_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("readBack");
-
-        QTest::newRow("CR LF") << "two\r\nlines"
-                               << "two lines";
-        QTest::newRow("empty line") << "a\n\nb"
-                                    << "a  b";
-        QTest::newRow("lone CR") << "a\rb"
-                                 << "a b";
-    }
-
-    void valuesStayOnTheirLine()
-    {
-        QFETCH(QString, name);
-        QFETCH(QString, readBack);
-
-        BotRoster roster;
-        SetDefaults(roster);
-        roster.BotNames[3] = name;
-        roster.FavoriteWeapon[31] = name;
-        TempConfigDir dir;
-        QVERIFY(SaveConfigAs(dir.path(), "n.qvn", true, roster));
-        const QStringList lines = readAnsiLines(dir.file("n.qvn"));
-        QCOMPARE(lines.size() - lines.indexOf("[Botpack.ChallengeBotInfo]"), 452);
-        QCOMPARE(lines.count(QString()), 1);
-
-        BotRoster read;
-        OpenConfiguration(dir.path(), "n.qvn", read);
-        QCOMPARE(read.BotNames[3], readBack);
-        QCOMPARE(read.FavoriteWeapon[31], readBack);
-        QCOMPARE(read.BotJumpy, roster.BotJumpy);
-    }
-
-    void descriptionReadsBack_data()
+    // The description is wrapped into lines of "* " and at most 78
+    // characters; opened, each line reads back with a space after it, and
+    // listed, without the spaces a line ended with.
+    void descriptions_data()
     {
         QTest::addColumn<QString>("description");
+        QTest::addColumn<QStringList>("block");
         QTest::addColumn<QString>("opened");
-        QTest::addColumn<QString>("listed");
+        QTest::addColumn<QString>("listed"); // empty: as opened
 
-        const QString nine = "abcdefghi ";
-        QTest::newRow("empty") << QString() << " "
-                               << " ";
-        QTest::newRow("one line") << "My bots"
-                                  << "My bots "
-                                  << "My bots ";
-        QTest::newRow("wrapped at a space")
-            << nine.repeated(7) + "abcdefghi" << nine.repeated(7) + " abcdefghi "
-            << nine.repeated(7) + "abcdefghi ";
-        QTest::newRow("broken run")
-            << QString(80, 'a') << QString(78, 'a') + " aa " << QString(78, 'a') + " aa ";
+        const auto row = [](const char *tag, const QString &description, const QStringList &block,
+                             const QString &opened, const QString &listed = QString()) {
+            QTest::newRow(tag) << description << block << opened << listed;
+        };
+        const QString nine = "abcdefghi ", a78(78, 'a'), x77(77, 'x');
+        row("empty", QString(), { "* " }, " ");
+        row("78 fit one line", nine.repeated(7) + "abcdefgh",
+            { "* " + nine.repeated(7) + "abcdefgh" }, nine.repeated(7) + "abcdefgh ");
+        row("79 wrap after the last space", nine.repeated(7) + "abcdefghi",
+            { "* " + nine.repeated(7), "* abcdefghi" }, nine.repeated(7) + " abcdefghi ",
+            nine.repeated(7) + "abcdefghi ");
+        row("chunk ending in a space", x77 + " yz", { "* " + x77 + " ", "* yz" }, x77 + "  yz ",
+            x77 + " yz ");
+        row("run without spaces", QString(200, 'a'),
+            { "* " + a78, "* " + a78, "* " + QString(44, 'a') },
+            a78 + ' ' + a78 + ' ' + QString(44, 'a') + ' ');
+        row("run, then words", QString(80, 'a') + " b", { "* " + a78, "* aa b" }, a78 + " aa b ");
+        row("line breaks become spaces", "one\r\ntwo\nthree\rfour", { "* one two three four" },
+            "one two three four ");
     }
 
-    void descriptionReadsBack()
+    void descriptions()
     {
         QFETCH(QString, description);
+        QFETCH(QStringList, block);
         QFETCH(QString, opened);
         QFETCH(QString, listed);
-
-        BotRoster roster;
-        SetDefaults(roster);
+        BotRoster roster = defaultRoster();
         roster.Description = description;
-        TempConfigDir dir;
-        QVERIFY(SaveConfigAs(dir.path(), "d.qvn", true, roster));
-        OpenConfiguration(dir.path(), "d.qvn", roster);
+        GameFolder dir;
+        QVERIFY(SaveConfigAs(dir.config(), "d.qvn", true, roster));
+        const QStringList lines = readAnsiLines(dir.config("d.qvn"));
+        QCOMPARE(lines.mid(7, lines.indexOf(Rule, 1) - 7), block);
+        OpenConfiguration(dir.config(), "d.qvn", roster);
         QCOMPARE(roster.Description, opened);
-        QCOMPARE(ReadDescription("d.qvn", dir.path()), listed);
+        QCOMPARE(ReadDescription("d.qvn", dir.config()), listed.isEmpty() ? opened : listed);
     }
 
     void readDescriptionOfOtherFiles()
     {
-        TempConfigDir dir;
-        QVERIFY(
-            writeTestFile(dir.file("backup.qvn2"), crlf({ "[Botpack.ChallengeBotInfo]", "a=b" })));
-        QCOMPARE(ReadDescription("backup.qvn2", dir.path()), QString());
-        QVERIFY_THROWS_EXCEPTION(RunError, ReadDescription("gone.qvn", dir.path()));
-    }
-
-    // Lines of a saved file changed by hand; the reader goes by position.
-    void readsByPosition_data()
-    {
-        QTest::addColumn<QString>("from");
-        QTest::addColumn<QString>("to");
-        QTest::addColumn<QString>("field");
-        QTest::addColumn<QString>("value");
-
-        QTest::newRow("key renamed") << "BotNames[0]=Archon"
-                                     << "Whatever[7]=X"
-                                     << "name0"
-                                     << "X";
-        QTest::newRow("name with =") << "BotNames[0]=Archon"
-                                     << "BotNames[0]=A=B"
-                                     << "name0"
-                                     << "A=B";
-        QTest::newRow("no = at all") << "BotNames[0]=Archon"
-                                     << "Loose"
-                                     << "name0"
-                                     << "Loose";
-        QTest::newRow("lines swapped") << "BotNames[0]=Archon\r\nBotNames[1]=Aryss"
-                                       << "BotNames[1]=Aryss\r\nBotNames[0]=Archon"
-                                       << "name0"
-                                       << "Aryss";
-        QTest::newRow("False") << "bAdjustSkill=True"
-                               << "bAdjustSkill=False"
-                               << "adjust"
-                               << "false";
-        QTest::newRow("false is not False") << "bAdjustSkill=True"
-                                            << "bAdjustSkill=false"
-                                            << "adjust"
-                                            << "true";
-        QTest::newRow("empty is not False") << "bAdjustSkill=True"
-                                            << "bAdjustSkill="
-                                            << "adjust"
-                                            << "true";
-        QTest::newRow("any line ending in False") << "bAdjustSkill=True"
-                                                  << "NotFalse"
-                                                  << "adjust"
-                                                  << "false";
-    }
-
-    void readsByPosition()
-    {
-        QFETCH(QString, from);
-        QFETCH(QString, to);
-        QFETCH(QString, field);
-        QFETCH(QString, value);
-
-        BotRoster roster;
-        SetDefaults(roster);
-        roster.bAdjustSkill = true;
-        TempConfigDir dir;
-        QVERIFY(SaveConfigAs(dir.path(), "p.qvn", true, roster));
-        QByteArray bytes = readTestFile(dir.file("p.qvn"));
-        QVERIFY(bytes.contains("\r\n" + from.toLatin1() + "\r\n"));
-        bytes.replace("\r\n" + from.toLatin1() + "\r\n", "\r\n" + to.toLatin1() + "\r\n");
-        QVERIFY(writeTestFile(dir.file("p.qvn"), bytes));
-
-        OpenConfiguration(dir.path(), "p.qvn", roster);
-        if (field == "name0")
-            QCOMPARE(roster.BotNames[0], value);
-        else
-            QCOMPARE(roster.bAdjustSkill, value == "true");
-        QCOMPARE(roster.BotNames[2], QString("Alarik"));
+        GameFolder dir;
+        QVERIFY(writeTestFile(dir.config("b.qvn2"), crlf({ "[Botpack.ChallengeBotInfo]", "a=b" })));
+        QCOMPARE(ReadDescription("b.qvn2", dir.config()), QString());
+        QVERIFY_THROWS_EXCEPTION(RunError, ReadDescription("gone.qvn", dir.config()));
     }
 
     void overwriteQuestion_data()
@@ -320,17 +184,17 @@ private slots:
         QTest::addColumn<bool>("exists");
         QTest::addColumn<bool>("withoutAsking");
         QTest::addColumn<int>("answer");
-        QTest::addColumn<bool>("asked");
         QTest::addColumn<bool>("written");
 
-        const int yes = int(MessageAnswer::Yes);
-        const int no = int(MessageAnswer::No);
-        QTest::newRow("new file") << false << false << no << false << true;
-        QTest::newRow("save over") << true << true << no << false << true;
-        QTest::newRow("exists, Yes") << true << false << yes << true << true;
-        QTest::newRow("exists, No") << true << false << no << true << false;
-        QTest::newRow("exists, Cancel")
-            << true << false << int(MessageAnswer::Cancel) << true << false;
+        const auto row = [](const char *tag, bool exists, bool withoutAsking, MessageAnswer answer,
+                             bool written) {
+            QTest::newRow(tag) << exists << withoutAsking << int(answer) << written;
+        };
+        row("new file", false, false, MessageAnswer::No, true);
+        row("save over", true, true, MessageAnswer::No, true);
+        row("exists, Yes", true, false, MessageAnswer::Yes, true);
+        row("exists, No", true, false, MessageAnswer::No, false);
+        row("exists, Cancel", true, false, MessageAnswer::Cancel, false);
     }
 
     void overwriteQuestion()
@@ -338,85 +202,95 @@ private slots:
         QFETCH(bool, exists);
         QFETCH(bool, withoutAsking);
         QFETCH(int, answer);
-        QFETCH(bool, asked);
         QFETCH(bool, written);
-
-        TempConfigDir dir;
-        if (exists)
-            QVERIFY(writeTestFile(dir.file("b.qvn"), "old"));
+        GameFolder dir;
+        QVERIFY(!exists || writeTestFile(dir.config("b.qvn"), "old"));
         ScriptedPrompt prompt;
         prompt.answerNext(MessageAnswer(answer));
-        BotRoster roster;
-        SetDefaults(roster);
+        BotRoster roster = defaultRoster();
 
-        QCOMPARE(SaveConfigAs(dir.path(), "b.qvn", withoutAsking, roster), written);
+        QCOMPARE(SaveConfigAs(dir.config(), "b.qvn", withoutAsking, roster), written);
+        const bool asked = exists && !withoutAsking;
         QCOMPARE(prompt.transcript(),
             asked ? QStringList("File Already Exists|This file exists, do you really want "
                                 "to over write it?")
                   : QStringList());
-        if (asked)
-            QVERIFY(prompt.messages().first().buttons == MessageButtons::YesNo);
-        QCOMPARE(readTestFile(dir.file("b.qvn")).startsWith(Rule.toLatin1()), written);
+        QVERIFY(!asked || prompt.messages().first().buttons == MessageButtons::YesNo);
+        QCOMPARE(readTestFile(dir.config("b.qvn")).startsWith(Rule.toLatin1()), written);
     }
 
-    void brokenFileLeavesRosterUnchanged_data()
+    // Lines of a saved file changed by hand: the reader goes by position,
+    // only a line ending in "False" turns a switch off, and a file it cannot
+    // read to its end leaves the roster as it was, with an error that names
+    // the file and the line. Line 8 is the one-line description, 11 the
+    // section line, 12 the first face.
+    void handEdited_data()
     {
-        QTest::addColumn<QString>("from");
+        QTest::addColumn<QString>("from"); // empty: no file at all
         QTest::addColumn<QString>("to");
-        QTest::addColumn<int>("number");
-        QTest::addColumn<QString>("where");
+        QTest::addColumn<QString>(
+            "read"); // BotNames[0]|BotNames[1]|bAdjustSkill|Difficulty, or the error
 
-        // Line 8 is the one-line description, 11 the section line, 12 the first face.
-        QTest::newRow("missing file") << QString() << QString() << 53 << "";
-        QTest::newRow("no description line") << "* Description:\r\n"
-                                             << "" << 62 << "after line 461";
-        QTest::newRow("description line with a trailing space") << "* Description:\r\n"
-                                                                << "* Description: \r\n"
-                                                                << 62 << "after line 462";
-        QTest::newRow("no closing rule line") << "* Keep\r\n" + Rule + "\r\n"
-                                              << "* Keep\r\n"
-                                              << 62 << "after line 461";
-        QTest::newRow("ends early") << "BotJumpy[31]=1\r\n"
-                                    << "" << 62 << "after line 461";
-        QTest::newRow("difficulty not a number") << "Difficulty=0"
-                                                 << "Difficulty=hard" << 13 << "line 46";
-        QTest::newRow("team empty") << "BotTeams[0]=255"
-                                    << "BotTeams[0]=" << 13 << "line 79";
-        QTest::newRow("team out of range") << "BotTeams[0]=255"
-                                           << "BotTeams[0]=65791" << 6 << "line 79";
-        QTest::newRow("skill not a number") << "BotSkills[0]=-3.000000"
-                                            << "BotSkills[0]=abc" << 13 << "line 207";
+        const auto row = [](const char *tag, const QString &from, const QString &to,
+                             const QString &read) { QTest::newRow(tag) << from << to << read; };
+        const QString archon = "BotNames[0]=Archon", adjust = "bAdjustSkill=True";
+        const QString description = "* Description:\r\n", end = "error 62, after line 461";
+        row("key renamed", archon, "Whatever[7]=X", "X|Aryss|1|0");
+        row("name with =", archon, "BotNames[0]=A=B", "A=B|Aryss|1|0");
+        row("no = at all", archon, "Loose", "Loose|Aryss|1|0");
+        row("lines swapped", archon + "\r\nBotNames[1]=Aryss", "BotNames[1]=Aryss\r\n" + archon,
+            "Aryss|Archon|1|0");
+        row("False", adjust, "bAdjustSkill=False", "Archon|Aryss|0|0");
+        row("false is not False", adjust, "bAdjustSkill=false", "Archon|Aryss|1|0");
+        row("empty is not False", adjust, "bAdjustSkill=", "Archon|Aryss|1|0");
+        row("any line ending in False", adjust, "NotFalse", "Archon|Aryss|0|0");
+        row("missing file", "", "", "error 53, ");
+        row("no description line", description, "", end);
+        row("description line with a trailing space", description, "* Description: \r\n",
+            "error 62, after line 462");
+        row("no closing rule line", "* Keep\r\n" + Rule + "\r\n", "* Keep\r\n", end);
+        row("ends early", "BotJumpy[31]=1\r\n", "", end);
+        row("difficulty not a number", "Difficulty=0", "Difficulty=hard", "error 13, line 46");
+        row("team empty", "BotTeams[0]=255", "BotTeams[0]=", "error 13, line 79");
+        row("difficulty at the 16-bit limit", "Difficulty=0", "Difficulty=32767",
+            "Archon|Aryss|1|32767");
+        row("difficulty at the lower limit", "Difficulty=0", "Difficulty=-32768",
+            "Archon|Aryss|1|-32768");
+        row("team out of range", "BotTeams[0]=255", "BotTeams[0]=32768", "error 6, line 79");
+        row("skill not a number", "BotSkills[0]=-3.000000", "BotSkills[0]=abc",
+            "error 13, line 207");
     }
 
-    void brokenFileLeavesRosterUnchanged()
+    void handEdited()
     {
         QFETCH(QString, from);
         QFETCH(QString, to);
-        QFETCH(int, number);
-        QFETCH(QString, where);
-
-        BotRoster roster;
-        SetDefaults(roster);
+        QFETCH(QString, read);
+        BotRoster roster = defaultRoster();
+        roster.bAdjustSkill = true;
         roster.Description = "Keep";
-        TempConfigDir dir;
-        QVERIFY(SaveConfigAs(dir.path(), "good.qvn", true, roster));
-        if (!from.isEmpty()) {
-            QByteArray bytes = readTestFile(dir.file("good.qvn"));
-            QVERIFY(bytes.contains(from.toLatin1()));
-            bytes.replace(from.toLatin1(), to.toLatin1());
-            QVERIFY(writeTestFile(dir.file("broken.qvn"), bytes));
-        }
+        GameFolder dir;
+        QVERIFY(SaveConfigAs(dir.config(), "good.qvn", true, roster));
+        QByteArray bytes = readTestFile(dir.config("good.qvn"));
+        QVERIFY(bytes.contains(from.toLatin1()));
+        const QString edited = dir.config("edited.qvn");
+        QVERIFY(
+            from.isEmpty() || writeTestFile(edited, bytes.replace(from.toLatin1(), to.toLatin1())));
         const BotRoster before = roster;
 
         try {
-            OpenConfiguration(dir.path(), "broken.qvn", roster);
-            QFAIL("a broken file was read");
+            OpenConfiguration(dir.config(), "edited.qvn", roster);
+            QCOMPARE(
+                QStringList({ roster.BotNames[0], roster.BotNames[1],
+                    QString::number(roster.bAdjustSkill), QString::number(roster.Difficulty) }),
+                read.split('|'));
         } catch (const RunError &error) {
-            QCOMPARE(error.number(), number);
-            QVERIFY2(error.detail().contains(dir.file("broken.qvn")), qPrintable(error.detail()));
-            QVERIFY2(error.detail().contains(where), qPrintable(error.detail()));
+            QCOMPARE("error " + QString::number(error.number()) + ", "
+                    + error.detail().section(", ", 1).section(':', 0, 0),
+                read);
+            QVERIFY2(error.detail().startsWith(edited), qPrintable(error.detail()));
+            QCOMPARE(roster, before);
         }
-        QCOMPARE(roster, before);
     }
 };
 

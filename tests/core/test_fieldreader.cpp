@@ -8,56 +8,44 @@ class TestFieldReader : public QObject
     Q_OBJECT
 
 private slots:
-    void readsFields_data()
+    void reads_data()
     {
         QTest::addColumn<QStringList>("lines");
-        QTest::addColumn<QStringList>("fields");
+        QTest::addColumn<QString>("calls"); // f readField, l readLine; empty: fields to the end
+        QTest::addColumn<QStringList>("read"); // "error 62" for a read past the end
 
-        QTest::newRow("one per line") << QStringList{"a", "b"} << QStringList{"a", "b"};
-        QTest::newRow("leading blanks skipped, trailing kept")
-            << QStringList{"   a  ", "\tb"} << QStringList{"a  ", "b"};
-        QTest::newRow("comma splits a line")
-            << QStringList{"C:\\Games,UT\\", "next"} << QStringList{"C:\\Games", "UT\\", "next"};
-        QTest::newRow("quoted value keeps commas")
-            << QStringList{"\"a, b\"", "c"} << QStringList{"a, b", "c"};
-        QTest::newRow("text after closing quote dropped")
-            << QStringList{"\"a\" junk,b"} << QStringList{"a", "b"};
-        QTest::newRow("unclosed quote runs to line end")
-            << QStringList{"\"abc", "d"} << QStringList{"abc", "d"};
-        QTest::newRow("empty line is an empty field") << QStringList{"", "x"} << QStringList{"", "x"};
-        QTest::newRow("trailing comma") << QStringList{"a,", "b"} << QStringList{"a", "", "b"};
+        const auto row = [](const char *tag, const QStringList &lines, const QStringList &read,
+                             const QString &calls = QString()) {
+            QTest::newRow(tag) << lines << calls << read;
+        };
+        row("one per line", { "a", "b" }, { "a", "b" });
+        row("leading blanks skipped, trailing kept", { "   a  ", "\tb" }, { "a  ", "b" });
+        row("comma splits a line", { "C:\\Games,UT\\", "next" }, { "C:\\Games", "UT\\", "next" });
+        row("quoted value keeps commas", { "\"a, b\"", "c" }, { "a, b", "c" });
+        row("text after closing quote dropped", { "\"a\" junk,b" }, { "a", "b" });
+        row("unclosed quote runs to line end", { "\"abc", "d" }, { "abc", "d" });
+        row("empty line is an empty field", { "", "x" }, { "", "x" });
+        row("trailing comma", { "a,", "b" }, { "a", "", "b" });
+        row("readLine takes the rest of the line", { "first,rest, of it", "[Header]" },
+            { "first", "rest, of it", "[Header]" }, "fll");
+        row("past the end", { "only" }, { "only", "error 62" }, "ff");
+        row("line past the end", { "a" }, { "a", "error 62" }, "ll");
     }
 
-    void readsFields()
+    void reads()
     {
         QFETCH(QStringList, lines);
-        QFETCH(QStringList, fields);
+        QFETCH(QString, calls);
+        QFETCH(QStringList, read);
         FieldReader reader(lines);
-        QStringList read;
-        while (!reader.atEnd())
-            read.append(reader.readField());
-        QCOMPARE(read, fields);
-    }
-
-    void readLineTakesTheRestOfTheLine()
-    {
-        FieldReader reader({"first,rest, of it", "[Header]"});
-        QCOMPARE(reader.readField(), QStringLiteral("first"));
-        QCOMPARE(reader.readLine(), QStringLiteral("rest, of it"));
-        QCOMPARE(reader.lineNumber(), 2);
-        QCOMPARE(reader.readLine(), QStringLiteral("[Header]"));
-    }
-
-    void readingPastTheEndIsError62()
-    {
-        FieldReader reader({"only"});
-        reader.readField();
+        QStringList got;
         try {
-            reader.readField();
-            QFAIL("no error past the end");
+            for (qsizetype i = 0; calls.isEmpty() ? !reader.atEnd() : i < calls.size(); ++i)
+                got.append(calls.mid(i, 1) == "l" ? reader.readLine() : reader.readField());
         } catch (const RunError &error) {
-            QCOMPARE(error.number(), 62);
+            got.append("error " + QString::number(error.number()));
         }
+        QCOMPARE(got, read);
     }
 };
 

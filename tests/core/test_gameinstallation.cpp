@@ -16,27 +16,19 @@ public:
     {
         qputenv("HOME", QFile::encodeName(m_home.path()));
         for (const QString &entry : entries) {
-            const QString path = absolute(entry);
-            if (entry.endsWith(QLatin1Char('/')))
-                QDir().mkpath(path);
+            if (entry.endsWith('/'))
+                QDir().mkpath(absolute(entry));
             else
-                writeTestFile(path, "x");
+                writeTestFile(absolute(entry), "x");
         }
     }
 
     QString gameDir() const { return m_game.path(); }
     QString absolute(const QString &entry) const
     {
-        const bool inHome = entry.startsWith(QLatin1String("~/"));
-        return QDir::toNativeSeparators((inHome ? m_home.path() : m_game.path()) + QLatin1Char('/')
-            + entry.mid(inHome ? 2 : 0));
-    }
-    QStringList absolute(const QStringList &entries) const
-    {
-        QStringList paths;
-        for (const QString &entry : entries)
-            paths.append(absolute(entry));
-        return paths;
+        const bool inHome = entry.startsWith("~/");
+        return QDir::toNativeSeparators(
+            (inHome ? m_home.path() : m_game.path()) + '/' + entry.mid(inHome ? 2 : 0));
     }
 
 private:
@@ -57,47 +49,70 @@ private slots:
         setGameStarter({});
     }
 
-    void userIniFiles_data()
+    void installation_data()
     {
         QTest::addColumn<QStringList>("entries");
-        QTest::addColumn<QStringList>("expected");
+        QTest::addColumn<QStringList>("userInis");
         QTest::addColumn<bool>("isGameFolder");
+        QTest::addColumn<QString>("executable");
 
-        QTest::newRow("System only")
-            << QStringList { "System/User.ini" } << QStringList { "System/User.ini" } << true;
-        QTest::newRow("System64 only") << QStringList { "System/", "System64/User.ini" }
-                                       << QStringList { "System64/User.ini" } << true;
-        QTest::newRow("both, System first")
-            << QStringList { "System64/User.ini", "System/User.ini" }
-            << QStringList { "System/User.ini", "System64/User.ini" } << true;
-        QTest::newRow("other capitals")
-            << QStringList { "system/user.ini", "SYSTEM64/USER.INI" }
-            << QStringList { "system/user.ini", "SYSTEM64/USER.INI" } << true;
-        QTest::newRow("a folder named User.ini")
-            << QStringList { "System/User.ini/" } << QStringList {} << false;
-        QTest::newRow("no System folder")
-            << QStringList { "System64/User.ini" } << QStringList { "System64/User.ini" } << false;
+        const auto row
+            = [](const char *tag, const QStringList &entries, const QStringList &userInis,
+                  bool isGameFolder, const QString &executable = QString()) {
+                  QTest::newRow(tag) << entries << userInis << isGameFolder << executable;
+              };
+        const QString system = "System/User.ini", system64 = "System64/User.ini";
+        const QString home = "~/.utpg/System/User.ini";
+        row("System only", { system }, { system }, true);
+        row("System64 only", { "System/", system64 }, { system64 }, true);
+        row("both, System first", { system64, system }, { system, system64 }, true);
+        row("other capitals", { "system/user.ini", "SYSTEM64/USER.INI" },
+            { "system/user.ini", "SYSTEM64/USER.INI" }, true);
+        row("a folder named User.ini", { "System/User.ini/" }, {}, false);
+        row("no System folder", { system64 }, { system64 }, false);
 #ifdef Q_OS_LINUX
-        QTest::newRow("home folder when the game has none")
-            << QStringList { "System/Core.int", "~/.utpg/system/User.ini" }
-            << QStringList { "~/.utpg/system/User.ini" } << true;
-        QTest::newRow("home folder ignored when the game has one")
-            << QStringList { "System/", "System64/User.ini", "~/.utpg/System/User.ini" }
-            << QStringList { "System64/User.ini" } << true;
-        QTest::newRow("home folder alone is no game folder")
-            << QStringList { "~/.utpg/System/User.ini" }
-            << QStringList { "~/.utpg/System/User.ini" } << false;
+        row("home folder when the game has none", { "System/Core.int", "~/.utpg/system/User.ini" },
+            { "~/.utpg/system/User.ini" }, true);
+        row("home folder ignored when the game has one", { "System/", system64, home },
+            { system64 }, true);
+        row("home folder alone is no game folder", { home }, { home }, false);
+#endif
+#ifdef Q_OS_WIN
+        row("64-bit first",
+            { system, "System/UnrealTournament.exe", "System64/UnrealTournament.exe" }, { system },
+            true, "System64/UnrealTournament.exe");
+        row("32-bit", { system, "system/unrealtournament.exe" }, { system }, true,
+            "system/unrealtournament.exe");
+#else
+        row("amd64 first",
+            { "System/ut-bin", "System/ut-bin-x86", "SystemARM64/ut-bin-arm64",
+                "System64/ut-bin-amd64" },
+            {}, false, "System64/ut-bin-amd64");
+        row("arm64 before x86", { "System/ut-bin-x86", "SystemARM64/ut-bin-arm64" }, {}, false,
+            "SystemARM64/ut-bin-arm64");
+        row("x86 before the plain name", { "System/ut-bin", "System/ut-bin-x86" }, {}, false,
+            "System/ut-bin-x86");
+        row("executable in other capitals", { "system/UT-BIN" }, {}, false, "system/UT-BIN");
+        row("a folder is no executable", { "System64/ut-bin-amd64/", "System/ut-bin" }, {}, false,
+            "System/ut-bin");
+        row("the Windows game only", { system, "System/UnrealTournament.exe" }, { system }, true);
 #endif
     }
 
-    void userIniFiles()
+    void installation()
     {
         QFETCH(QStringList, entries);
-        QFETCH(QStringList, expected);
+        QFETCH(QStringList, userInis);
         QFETCH(bool, isGameFolder);
+        QFETCH(QString, executable);
         const Installation installation(entries);
-        QCOMPARE(GameUserIniFiles(installation.gameDir()), installation.absolute(expected));
+        QStringList expected;
+        for (const QString &userIni : userInis)
+            expected.append(installation.absolute(userIni));
+        QCOMPARE(GameUserIniFiles(installation.gameDir()), expected);
         QCOMPARE(IsGameFolder(installation.gameDir()), isGameFolder);
+        QCOMPARE(GameExecutable(installation.gameDir()),
+            executable.isEmpty() ? QString() : installation.absolute(executable));
     }
 
     // options.ini keeps an unset game folder as a lone separator: that is
@@ -112,60 +127,20 @@ private slots:
         }
     }
 
-    void gameExecutable_data()
-    {
-        QTest::addColumn<QStringList>("entries");
-        QTest::addColumn<QString>("expected");
-#ifdef Q_OS_WIN
-        QTest::newRow("64-bit first")
-            << QStringList { "System/UnrealTournament.exe", "System64/UnrealTournament.exe" }
-            << "System64/UnrealTournament.exe";
-        QTest::newRow("32-bit") << QStringList { "system/unrealtournament.exe" }
-                                << "system/unrealtournament.exe";
-#else
-        QTest::newRow("amd64 first") << QStringList { "System/ut-bin", "System/ut-bin-x86",
-            "SystemARM64/ut-bin-arm64", "System64/ut-bin-amd64" }
-                                     << "System64/ut-bin-amd64";
-        QTest::newRow("arm64 before x86") << QStringList { "System/ut-bin-x86",
-            "SystemARM64/ut-bin-arm64" } << "SystemARM64/ut-bin-arm64";
-        QTest::newRow("x86 before the plain name")
-            << QStringList { "System/ut-bin", "System/ut-bin-x86" } << "System/ut-bin-x86";
-        QTest::newRow("other capitals") << QStringList { "system/UT-BIN" } << "system/UT-BIN";
-        QTest::newRow("a folder is no executable")
-            << QStringList { "System64/ut-bin-amd64/", "System/ut-bin" } << "System/ut-bin";
-        QTest::newRow("the Windows game only")
-            << QStringList { "System/UnrealTournament.exe" } << "";
-#endif
-        QTest::newRow("none") << QStringList { "System/User.ini" } << "";
-    }
-
-    void gameExecutable()
-    {
-        QFETCH(QStringList, entries);
-        QFETCH(QString, expected);
-        const Installation installation(entries);
-        QCOMPARE(GameExecutable(installation.gameDir()),
-            expected.isEmpty() ? QString() : installation.absolute(expected));
-    }
-
     void startGame()
     {
         const Installation installation({ "System64/ut-bin-amd64" });
         const QString program = installation.absolute("System64/ut-bin-amd64");
         QStringList started;
-        bool startable = true;
         setGameStarter([&](const QString &program, const QString &workingDirectory) {
             started << program << workingDirectory;
-            return startable;
+            return started.size() == 2;
         });
         QVERIFY(StartGame(program));
-        QCOMPARE(started, (QStringList { program, installation.absolute("System64") }));
-        startable = false;
-        QVERIFY(!StartGame(program));
-        started.clear();
+        QCOMPARE(started, QStringList({ program, installation.absolute("System64") }));
+        QVERIFY(!StartGame(program)); // the starter's own answer
         QVERIFY(!StartGame(QString()));
-        QCOMPARE(started, QStringList());
-
+        QCOMPARE(started.size(), 4);
         setGameStarter({});
         QVERIFY(!StartGame(installation.absolute("System/ut-bin")));
     }

@@ -1,46 +1,27 @@
 #include "catalogue/modelcatalogue.h"
 #include "catalogue/patternfile.h"
+#include "catalogue/unmatchedlist.h"
 
+#include "recordingprogress.h"
 #include "scriptedprompt.h"
 #include "testfiles.h"
 
 #include "configfiles/runerror.h"
 #include "startup/programdirectory.h"
 
+#include <QDir>
 #include <QLockFile>
 #include <QTemporaryDir>
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 namespace {
-
-// Three models and a free slot; three skin files that matched none of them.
-void setUpCatalogue()
-{
-    CreateCatalogueTables();
-    ModelCatalogue &catalogue = Catalogue();
-    const auto model = [](const char *className, const char *description, const char *skinType) {
-        MISCLASS slot = newClassSlot();
-        slot.ClassName = QString::fromLatin1(className);
-        slot.Description = QString::fromLatin1(description);
-        slot.SkinType = QString::fromLatin1(skinType);
-        return slot;
-    };
-    catalogue.MISCCLASSES = { model("Botpack.TMale2Bot", "Male Soldier", "soldier"),
-        model("Botpack.TFemale1Bot", "Female Commando", "fcommando"), newClassSlot(),
-        model("MyMods.TinManBot", "Tin Man", "TinMan") };
-    catalogue.UnmatchedSkins = { { u"/ut/System/MyGuy.int"_s, u"MyGuy"_s },
-        { u"/ut/System/Other.int"_s, u"OtherPack"_s }, { u"/ut/System/Tin.int"_s, u"Tin"_s }, {} };
-    catalogue.ReparseRequested = false;
-}
 
 // Each record as "Model|SkinType|...", free entries included.
 QStringList records()
 {
     QStringList found;
     for (const SkinPattern &pattern : std::as_const(Catalogue().PatternList))
-        found.append(pattern.Model + u'|' + pattern.SkinTypes.join(u'|'));
+        found.append(pattern.Model + '|' + pattern.SkinTypes.join('|'));
     return found;
 }
 
@@ -50,105 +31,123 @@ class TestPatterns : public QObject
 {
     Q_OBJECT
 
+    std::unique_ptr<QTemporaryDir> m_dir;
+
 private slots:
+    // Three models and a free slot; three skin files that matched none of them.
     void init()
     {
         m_dir = std::make_unique<QTemporaryDir>();
         QVERIFY(m_dir->isValid());
         setProgramDir(m_dir->path());
-        setUpCatalogue();
+        CreateCatalogueTables();
+        ModelCatalogue &catalogue = Catalogue();
+        const auto model
+            = [](const QString &className, const QString &description, const QString &skinType) {
+                  MISCLASS slot = newClassSlot();
+                  slot.ClassName = className;
+                  slot.Description = description;
+                  slot.SkinType = skinType;
+                  return slot;
+              };
+        catalogue.MISCCLASSES = { model("Botpack.TMale2Bot", "Male Soldier", "soldier"),
+            model("Botpack.TFemale1Bot", "Female Commando", "fcommando"), newClassSlot(),
+            model("MyMods.TinManBot", "Tin Man", "TinMan") };
+        catalogue.UnmatchedSkins = { { "/ut/System/MyGuy.int", "MyGuy" },
+            { "/ut/System/Other.int", "OtherPack" }, { "/ut/System/Tin.int", "Tin" }, {} };
+        catalogue.ReparseRequested = false;
     }
 
     void loadsOneRecordPerLine_data()
     {
-        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QByteArray>("file"); // null: there is none, which is said
+        QTest::addColumn<int>("lines");
         QTest::addColumn<QStringList>("records");
-        QTest::newRow("empty") << QByteArray() << QStringList { u"||"_s, u"||"_s };
-        QTest::newRow("one line") << QByteArray("soldier,A,B\r\n")
-                                  << QStringList { u"soldier|A|B"_s, u"||"_s };
+        const QString none = "||";
+        QTest::newRow("no file") << QByteArray() << 0 << QStringList { none, none };
+        QTest::newRow("empty") << QByteArray("") << 0 << QStringList { none, none };
+        QTest::newRow("one line") << QByteArray("soldier,A,B\r\n") << 1
+                                  << QStringList { "soldier|A|B", none };
         QTest::newRow("blank lines between") << QByteArray("soldier,A\r\n\r\n   \r\nTinMan,C\r\n")
-                                             << QStringList { u"soldier|A|"_s, u"TinMan|C|"_s };
+                                             << 4 << QStringList { "soldier|A|", "TinMan|C|" };
         QTest::newRow("empty fields, trailing spaces")
-            << QByteArray("soldier,,A,,B,C,  \r\n") << QStringList { u"soldier|A|B|C"_s, u"||"_s };
+            << QByteArray("soldier,,A,,B,C,  \r\n") << 1 << QStringList { "soldier|A|B|C", none };
         QTest::newRow("more lines than slots, LF")
-            << QByteArray("a,1\nb,2\nc,3") << QStringList { u"a|1|"_s, u"b|2|"_s, u"c|3|"_s };
-        QTest::newRow("no model") << QByteArray(",A\r\nsoldier\r\n")
-                                  << QStringList { u"soldier||"_s, u"||"_s };
-        QTest::newRow("UTF-8 BOM") << QByteArray("\xEF\xBB\xBFs,Caf\xC3\xA9")
-                                   << QStringList { u"s|Caf\u00e9|"_s, u"||"_s };
-        QTest::newRow("ANSI") << QByteArray("s,Caf\xE9")
-                              << QStringList { u"s|Caf\u00e9|"_s, u"||"_s };
+            << QByteArray("a,1\nb,2\nc,3") << 3 << QStringList { "a|1|", "b|2|", "c|3|" };
+        QTest::newRow("no model") << QByteArray(",A\r\nsoldier\r\n") << 2
+                                  << QStringList { "soldier||", none };
     }
 
     void loadsOneRecordPerLine()
     {
         QFETCH(QByteArray, file);
+        QFETCH(int, lines);
         QFETCH(QStringList, records);
-        QVERIFY(writeTestFile(PatternFilePath(), file));
+        QVERIFY(file.isNull() || writeTestFile(PatternFilePath(), file));
         ScriptedPrompt prompt;
+        RecordingProgress progress;
         LoadPatternList();
         QCOMPARE(::records(), records);
-        QCOMPARE(prompt.transcript(), QStringList());
+        QCOMPARE(progress.advances, lines);
+        QCOMPARE(prompt.transcript(),
+            file.isNull() ? QStringList { "pattern.ini|The skin pattern file could not be read:\r\n"
+                + PatternFilePath()
+                + "\r\nFile not found\r\n\r\nThe scan goes on without skin "
+                  "patterns." }
+                          : QStringList());
         // Written back, only the occupied fields remain.
         SavePatternList(Catalogue().PatternList);
         LoadPatternList();
         QCOMPARE(::records(), records);
     }
 
-    void aMissingFileIsSaidOnce()
-    {
-        ScriptedPrompt prompt;
-        LoadPatternList();
-        QCOMPARE(records(), (QStringList { u"||"_s, u"||"_s }));
-        QCOMPARE(prompt.transcript(),
-            QStringList { u"pattern.ini|The skin pattern file could not be read:\r\n"_s
-                + PatternFilePath()
-                + u"\r\nFile not found\r\n\r\nThe scan goes on without skin patterns."_s });
-    }
-
     void finishedAssignsFilesToModels_data()
     {
-        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<QByteArray>("before"); // null: there is no file
         QTest::addColumn<QStringList>("items"); // path|model description
         QTest::addColumn<QString>("forgotten"); // a skin type the editor took out
         QTest::addColumn<QByteArray>("after"); // null: nothing written
         QTest::addColumn<QStringList>("reparse");
 
-        const QString guy = u"/ut/System/MyGuy.int"_s;
-        const QString tin = u"/ut/System/Tin.int"_s;
+        const QString guy = "/ut/System/MyGuy.int";
+        const QString tin = "/ut/System/Tin.int";
         QTest::newRow("appends to the model's pattern")
-            << QByteArray("fcommando,X\r\nsoldier,A\r\n")
-            << QStringList { guy + u"|Male Soldier"_s } << QString()
-            << QByteArray("fcommando,X\r\nsoldier,A,MyGuy\r\n") << QStringList { guy, {} };
-        QTest::newRow("new patterns, any case")
-            << QByteArray() << QStringList { guy + u"|male soldier"_s, tin + u"|TIN MAN"_s }
-            << QString() << QByteArray("soldier,MyGuy\r\nTinMan,Tin\r\n")
-            << QStringList { guy, tin, {} };
+            << QByteArray("fcommando,X\r\nsoldier,A\r\n") << QStringList { guy + "|Male Soldier" }
+            << QString() << QByteArray("fcommando,X\r\nsoldier,A,MyGuy\r\n")
+            << QStringList { guy, {} };
+        QTest::newRow("new patterns, any case, no file")
+            << QByteArray() << QStringList { guy + "|male soldier", tin + "|TIN MAN" } << QString()
+            << QByteArray("soldier,MyGuy\r\nTinMan,Tin\r\n") << QStringList { guy, tin, {} };
         QTest::newRow("paths in any case, one model")
             << QByteArray("TinMan,Z\r\n")
-            << QStringList { guy + u"|Tin Man"_s, u"/UT/system/OTHER.int|Tin Man"_s } << QString()
+            << QStringList { guy + "|Tin Man", "/UT/system/OTHER.int|Tin Man" } << QString()
             << QByteArray("TinMan,Z,MyGuy,OtherPack\r\n")
-            << QStringList { guy, u"/UT/system/OTHER.int"_s, {} };
+            << QStringList { guy, "/UT/system/OTHER.int", {} };
         QTest::newRow("unassigned items keep their places")
-            << QByteArray() << QStringList { guy + u"|"_s, tin + u"|Tin Man"_s } << QString()
+            << QByteArray("") << QStringList { guy + "|", tin + "|Tin Man" } << QString()
             << QByteArray("TinMan,Tin\r\n") << QStringList { {}, tin, {} };
         QTest::newRow("listed once")
-            << QByteArray("soldier,MyGuy\r\n") << QStringList { guy + u"|Male Soldier"_s }
-            << QString() << QByteArray("soldier,MyGuy\r\n") << QStringList { guy, {} };
+            << QByteArray("soldier,MyGuy\r\n") << QStringList { guy + "|Male Soldier" } << QString()
+            << QByteArray() << QStringList { guy, {} };
         QTest::newRow("unknown model")
-            << QByteArray("soldier,A\r\n") << QStringList { guy + u"|Warlord"_s } << QString()
-            << QByteArray("soldier,A\r\n") << QStringList { guy, {} };
+            << QByteArray("soldier,A\r\n") << QStringList { guy + "|Warlord" } << QString()
+            << QByteArray() << QStringList { guy, {} };
         QTest::newRow("nothing assigned")
-            << QByteArray("soldier,A\r\n") << QStringList { guy + u"|"_s } << QString()
-            << QByteArray() << QStringList { {}, {} };
+            << QByteArray("soldier,A\r\n") << QStringList { guy + "|" } << QString() << QByteArray()
+            << QStringList { {}, {} };
         QTest::newRow("a saved pattern changed, nothing assigned")
-            << QByteArray("soldier,A\r\nTinMan,Z\r\n") << QStringList { guy + u"|"_s } << u"Z"_s
+            << QByteArray("soldier,A\r\nTinMan,Z\r\n") << QStringList { guy + "|" } << "Z"
             << QByteArray("soldier,A\r\n") << QStringList { {}, {} };
-        QTest::newRow("a saved pattern changed and a file assigned")
-            << QByteArray("soldier,A\r\nTinMan,Z\r\n") << QStringList { guy + u"|Tin Man"_s }
-            << u"A"_s << QByteArray("TinMan,Z,MyGuy\r\n") << QStringList { guy, {} };
+        QTest::newRow("a saved pattern emptied, a file assigned")
+            << QByteArray("soldier,A\r\nTinMan,Z\r\n") << QStringList { guy + "|Tin Man" } << "A"
+            << QByteArray("TinMan,Z,MyGuy\r\n") << QStringList { guy, {} };
+        QTest::newRow("a saved pattern gone, a file assigned to it")
+            << QByteArray("TinMan,Z\r\n") << QStringList { guy + "|Male Soldier" } << "A"
+            << QByteArray("TinMan,Z\r\nsoldier,MyGuy\r\n") << QStringList { guy, {} };
     }
 
+    // Another window or a command may have changed pattern.ini since it was
+    // read: Finished makes its edits on the file as it is then.
     void finishedAssignsFilesToModels()
     {
         QFETCH(QByteArray, before);
@@ -156,11 +155,13 @@ private slots:
         QFETCH(QString, forgotten);
         QFETCH(QByteArray, after);
         QFETCH(QStringList, reparse);
-        QVERIFY(writeTestFile(PatternFilePath(), before));
+        QVERIFY(writeTestFile(PatternFilePath(), "soldier,A,Read\r\nTinMan,Z\r\n"));
         LoadPatternList();
+        QVERIFY(before.isNull() ? QFile::remove(PatternFilePath())
+                                : writeTestFile(PatternFilePath(), before));
         QList<PatternAssignment> files;
         for (const QString &item : items)
-            files.append({ item.section(u'|', 0, 0), item.section(u'|', 1) });
+            files.append({ item.section('|', 0, 0), item.section('|', 1) });
         FinishPatterns(
             files, { [&](QList<SkinPattern> &patterns) { ForgetSkinType(patterns, forgotten); } });
 
@@ -171,60 +172,26 @@ private slots:
         QCOMPARE(Catalogue().ReparseRequested, !reparse.join(QString()).isEmpty());
     }
 
-    // Another window or a command changed pattern.ini after it was read:
-    // Finished makes its edits on the file as it is then, and keeps both.
-    void finishedKeepsChangesMadeMeanwhile_data()
-    {
-        QTest::addColumn<QByteArray>("meanwhile"); // null: the file was deleted
-        QTest::addColumn<QByteArray>("after");
-
-        QTest::newRow("a pattern added")
-            << QByteArray("soldier,A,B\r\nTinMan,Z\r\n")
-            << QByteArray("soldier,B,MyGuy\r\nTinMan,Z\r\n");
-        QTest::newRow("the forgotten skin type's pattern removed")
-            << QByteArray("TinMan,Z\r\n") << QByteArray("TinMan,Z\r\nsoldier,MyGuy\r\n");
-        QTest::newRow("the file deleted") << QByteArray() << QByteArray("soldier,MyGuy\r\n");
-    }
-
-    void finishedKeepsChangesMadeMeanwhile()
-    {
-        QFETCH(QByteArray, meanwhile);
-        QFETCH(QByteArray, after);
-        QVERIFY(writeTestFile(PatternFilePath(), "soldier,A\r\n"));
-        LoadPatternList();
-        if (meanwhile.isNull())
-            QVERIFY(QFile::remove(PatternFilePath()));
-        else
-            QVERIFY(writeTestFile(PatternFilePath(), meanwhile));
-
-        FinishPatterns({ { u"/ut/System/MyGuy.int"_s, u"Male Soldier"_s } },
-            { [](QList<SkinPattern> &patterns) { ForgetSkinType(patterns, u"A"_s); } });
-
-        QCOMPARE(readTestFile(PatternFilePath()), after);
-        QCOMPARE(crlf(PatternLines(Catalogue().PatternList)), after);
-    }
-
     void aFailedWriteChangesNothing_data()
     {
-        QTest::addColumn<QString>("fault");
-        QTest::newRow("folder gone") << u"gone"_s;
-        QTest::newRow("being changed") << u"locked"_s;
+        QTest::addColumn<bool>("locked"); // else the folder is gone
+        QTest::newRow("folder gone") << false;
+        QTest::newRow("being changed") << true;
     }
 
     void aFailedWriteChangesNothing()
     {
-        QFETCH(QString, fault);
+        QFETCH(bool, locked);
         QVERIFY(writeTestFile(PatternFilePath(), "soldier,A\r\n"));
         LoadPatternList();
-        QLockFile lock(PatternFilePath() + u".lock"_s);
-        QVERIFY(fault != u"locked" || lock.lock());
-        if (fault == u"gone")
-            setProgramDir(m_dir->filePath(u"gone"_s));
+        QLockFile lock(PatternFilePath() + ".lock");
+        QVERIFY(!locked || lock.lock());
+        if (!locked)
+            setProgramDir(m_dir->filePath("gone"));
         QVERIFY_THROWS_EXCEPTION(
-            RunError, FinishPatterns({ { u"/ut/System/MyGuy.int"_s, u"Male Soldier"_s } }));
-        QCOMPARE(records(), (QStringList { u"soldier|A|"_s, u"||"_s }));
-        QCOMPARE(
-            readTestFile(PatternFilePath()), fault == u"gone" ? QByteArray() : "soldier,A\r\n");
+            RunError, FinishPatterns({ { "/ut/System/MyGuy.int", "Male Soldier" } }));
+        QCOMPARE(records(), (QStringList { "soldier|A|", "||" }));
+        QCOMPARE(readTestFile(PatternFilePath()), locked ? "soldier,A\r\n" : QByteArray());
         QVERIFY(!Catalogue().ReparseRequested);
     }
 
@@ -232,23 +199,21 @@ private slots:
     {
         QTest::addColumn<QStringList>("operation");
         QTest::addColumn<QByteArray>("after"); // null: unchanged
-
-        QTest::newRow("forget one") << QStringList { u"forget"_s, u"A"_s }
+        QTest::newRow("forget one") << QStringList { "forget", "A" }
                                     << QByteArray("soldier,B\r\nTinMan,C\r\nfcommando,B\r\n");
         QTest::newRow("forget everywhere")
-            << QStringList { u"forget"_s, u"B"_s } << QByteArray("soldier,A\r\nTinMan,C\r\n");
+            << QStringList { "forget", "B" } << QByteArray("soldier,A\r\nTinMan,C\r\n");
         QTest::newRow("forget the last")
-            << QStringList { u"forget"_s, u"C"_s } << QByteArray("soldier,A,B\r\nfcommando,B\r\n");
-        QTest::newRow("forget, case") << QStringList { u"forget"_s, u"c"_s } << QByteArray();
-        QTest::newRow("drop") << QStringList { u"drop"_s, u"soldier"_s }
+            << QStringList { "forget", "C" } << QByteArray("soldier,A,B\r\nfcommando,B\r\n");
+        QTest::newRow("forget, case") << QStringList { "forget", "c" } << QByteArray();
+        QTest::newRow("drop") << QStringList { "drop", "soldier" }
                               << QByteArray("TinMan,C\r\nfcommando,B\r\n");
-        QTest::newRow("drop, case") << QStringList { u"drop"_s, u"Soldier"_s } << QByteArray();
-        QTest::newRow("move") << QStringList { u"move"_s, u"C"_s, u"soldier"_s }
+        QTest::newRow("drop, case") << QStringList { "drop", "Soldier" } << QByteArray();
+        QTest::newRow("move") << QStringList { "move", "C", "soldier" }
                               << QByteArray("soldier,A,B,C\r\nfcommando,B\r\n");
-        QTest::newRow("move to a new pattern") << QStringList { u"move"_s, u"A"_s,
-            u"Warlord"_s } << QByteArray("soldier,B\r\nTinMan,C\r\nfcommando,B\r\nWarlord,A\r\n");
-        QTest::newRow("move where it is")
-            << QStringList { u"move"_s, u"C"_s, u"TinMan"_s } << QByteArray();
+        QTest::newRow("move to a new pattern") << QStringList { "move", "A",
+            "Warlord" } << QByteArray("soldier,B\r\nTinMan,C\r\nfcommando,B\r\nWarlord,A\r\n");
+        QTest::newRow("move where it is") << QStringList { "move", "C", "TinMan" } << QByteArray();
     }
 
     void changesSavedPatterns()
@@ -256,48 +221,107 @@ private slots:
         QFETCH(QStringList, operation);
         QFETCH(QByteArray, after);
         const QByteArray before("soldier,A,B\r\nTinMan,C\r\nfcommando,B\r\n");
-        QList<SkinPattern> patterns
-            = ParsePatternLines(QString::fromLatin1(before).split(u"\r\n"_s));
-
+        QList<SkinPattern> patterns = ParsePatternLines(QString(before).split("\r\n"));
         const QString &what = operation.at(0);
-        const QString &skinTypeOrModel = operation.at(1);
-        const bool changed = what == "forget"_L1 ? ForgetSkinType(patterns, skinTypeOrModel)
-            : what == "drop"_L1                  ? ForgetPattern(patterns, skinTypeOrModel)
-                                : MoveSkinType(patterns, skinTypeOrModel, operation.at(2));
-
+        const bool changed = what == "forget" ? ForgetSkinType(patterns, operation.at(1))
+            : what == "drop"                  ? ForgetPattern(patterns, operation.at(1))
+                             : MoveSkinType(patterns, operation.at(1), operation.at(2));
         QCOMPARE(changed, !after.isNull());
         QCOMPARE(crlf(PatternLines(patterns)), after.isNull() ? before : after);
     }
 
-    void editorItemsAndMessages()
+    void editorItemsAndQuestion()
     {
         // A path with " - " in it stays whole.
-        PatternAssignment file { u"C:\\UT - GOTY\\System\\MyGuy.int"_s, u"Tin Man"_s };
-        QCOMPARE(file.text(), u"C:\\UT - GOTY\\System\\MyGuy.int - Tin Man"_s);
+        PatternAssignment file { "C:\\UT - GOTY\\System\\MyGuy.int", "Tin Man" };
+        QCOMPARE(file.text(), "C:\\UT - GOTY\\System\\MyGuy.int - Tin Man");
         ScriptedPrompt prompt;
         prompt.answerNext(MessageAnswer::No);
         prompt.answerNext(MessageAnswer::Yes);
         QVERIFY(!RemovePatternAssignment(file));
         QCOMPARE(prompt.messages().constFirst().defaultButton, MessageDefault::No);
-        QCOMPARE(file.modelDescription, u"Tin Man"_s);
+        QCOMPARE(file.modelDescription, "Tin Man");
         QVERIFY(RemovePatternAssignment(file));
-        QCOMPARE(file.text(), u"C:\\UT - GOTY\\System\\MyGuy.int"_s);
-        ShowSetPatternHelp();
-        ShowRemovePatternHelp();
-        QCOMPARE(prompt.transcript(),
-            (QStringList { u"Remove Pattern|Are you sure?"_s, u"Remove Pattern|Are you sure?"_s,
-                u"This is how to set a pattern...|1. Choose one Skin at a time in the list box."
-                "\r\n2. Choose the Model in the combo box.\r\n3. Click the SET PATTERN button."
-                "\r\n4. Repeat and then click FINISHED when done."_s,
-                u"This is how to remove a pattern...|1. Choose one Skin at a time in the list box."
-                "\r\n2. Click the REMOVE PATTERN button.\r\n3. Repeat on each pattern you want "
-                "to remove."_s }));
+        QCOMPARE(file.text(), "C:\\UT - GOTY\\System\\MyGuy.int");
+        QCOMPARE(prompt.transcript(), QStringList(2, "Remove Pattern|Are you sure?"));
         QCOMPARE(PatternModelChoices(),
-            (QStringList { u"Male Soldier"_s, u"Female Commando"_s, QString(), u"Tin Man"_s }));
+            (QStringList { "Male Soldier", "Female Commando", "", "Tin Man" }));
+        Catalogue().MISCCLASSES.clear();
+        QCOMPARE(PatternModelChoices(), QStringList { "(NONE)" });
     }
 
-private:
-    std::unique_ptr<QTemporaryDir> m_dir;
+    void unmatchedListNamesAndLinesFollowTheDateAndLocale_data()
+    {
+        QTest::addColumn<QLocale>("locale");
+        QTest::addColumn<QDateTime>("when");
+        QTest::addColumn<QStringList>("nameDateTime");
+        QTest::newRow("English, morning") << QLocale(QLocale::English, QLocale::UnitedStates)
+                                          << QDateTime(QDate(2001, 7, 4), QTime(9, 5, 30))
+                                          << QStringList { "UnMatched_Files_7-4-2001_h9m5s30.txt",
+                                                 "Wednesday, July 4, 2001", "9:05:30 AM" };
+        QTest::newRow("German, evening") << QLocale(QLocale::German, QLocale::Germany)
+                                         << QDateTime(QDate(2023, 12, 31), QTime(23, 59, 8))
+                                         << QStringList { "UnMatched_Files_12-31-2023_h23m59s8.txt",
+                                                "Sonntag, Dezember 31, 2023", "23:59:08" };
+    }
+
+    void unmatchedListNamesAndLinesFollowTheDateAndLocale()
+    {
+        QFETCH(QLocale, locale);
+        QFETCH(QDateTime, when);
+        QFETCH(QStringList, nameDateTime);
+        QCOMPARE(UnmatchedListFileName(when), nameDateTime.at(0));
+        QStringList lines = UnmatchedListLines({ { "/ut/System/A.int", "A" }, {} }, when, locale);
+        lines[3].replace(u'\u202f', ' '); // some locales put a narrow space before AM
+        const QString stars(70, '*');
+        QCOMPARE(lines,
+            (QStringList { stars, "* UNMATCHED SKIN FILE LIST OUTPUT",
+                "* Date: " + nameDateTime.at(1), "* Time: " + nameDateTime.at(2), stars, " ",
+                "/ut/System/A.int", "", " ", "End of List" }));
+    }
+
+    // A second save in the same second replaces the file; the report's button
+    // says what happened.
+    void savesTheUnmatchedList()
+    {
+        const QDateTime when(QDate(2001, 7, 4), QTime(9, 5, 30));
+        const QString path = SaveUnmatchedList(ProgramDir(), when);
+        Catalogue().UnmatchedSkins = { { "/ut/System/B.int", "B" }, {} };
+        QCOMPARE(SaveUnmatchedList(ProgramDir(), when), path);
+        QCOMPARE(path, ProgramDir() + "UnMatched_Files_7-4-2001_h9m5s30.txt");
+        QVERIFY(readTestFile(path).endsWith(
+            QByteArray(70, '*') + "\r\n \r\n/ut/System/B.int\r\n\r\n \r\nEnd of List\r\n"));
+        QVERIFY(QFile::remove(path));
+
+        ScriptedPrompt prompt;
+        SaveUnmatchedListAndSay();
+        const QStringList saved = QDir(ProgramDir()).entryList({ "UnMatched_Files_*.txt" });
+        QCOMPARE(saved.size(), 1);
+        setProgramDir(m_dir->filePath("gone"));
+        SaveUnmatchedListAndSay();
+        QCOMPARE(prompt.transcript().size(), 2);
+        QCOMPARE(prompt.transcript().at(0),
+            "File Created|File Created:\r\n" + QDir(m_dir->path()).filePath(saved.first()));
+        QVERIFY2(prompt.transcript().at(1).startsWith(
+                     "Save List to File|The list of unmatched skin files could not be saved:\r\n"),
+            qPrintable(prompt.transcript().at(1)));
+    }
+
+    void continueHandsTheCheckedFilesOn()
+    {
+        PatternEditorFiles() = { { "/old.int", "Robot" } };
+        Catalogue().PatternsRequested = true;
+        ContinueToPatternEditor({});
+        QVERIFY(!Catalogue().PatternsRequested);
+        QVERIFY(PatternEditorFiles().isEmpty());
+
+        ContinueToPatternEditor({ "/ut/System/A.int", "/ut/System/C.int" });
+        QVERIFY(Catalogue().PatternsRequested);
+        QStringList items;
+        for (const PatternAssignment &file : std::as_const(PatternEditorFiles()))
+            items.append(file.text());
+        QCOMPARE(items, (QStringList { "/ut/System/A.int", "/ut/System/C.int" }));
+    }
 };
 
 QTEST_GUILESS_MAIN(TestPatterns)

@@ -2,12 +2,11 @@
 #include "configfiles/configfile.h"
 #include "configfiles/gameinstallation.h"
 #include "configfiles/restorebackup.h"
+#include "gamefolder.h"
 #include "scriptedprompt.h"
 #include "startup/options.h"
 #include "testfiles.h"
 
-#include <QDir>
-#include <QTemporaryDir>
 #include <QTest>
 
 namespace {
@@ -23,10 +22,6 @@ class TestRestoreBackup : public QObject
 private slots:
     void init()
     {
-        m_dir = std::make_unique<QTemporaryDir>();
-        AppOptions().UTPath = m_dir->filePath("UT") + QDir::separator();
-        AppOptions().ConfigPath = m_dir->filePath("Configs") + QDir::separator();
-        QVERIFY(QDir().mkpath(AppOptions().ConfigPath));
         setProcessLister([] { return QStringList(); });
     }
 
@@ -43,13 +38,14 @@ private slots:
     void undoesAnApply()
     {
         QFETCH(QByteArray, original);
-        const QStringList files { userIni("System"), userIni("System64") };
+        GameFolder game;
+        const QStringList files { game.userIni(), game.userIni("System64") };
         for (const QString &file : files)
             QVERIFY(writeTestFile(file, original));
         BotRoster applied;
         SetDefaults(applied);
         applied.BotNames[0] = "Applied";
-        QVERIFY(SaveConfigAs(AppOptions().ConfigPath, "c.qvn", true, applied));
+        QVERIFY(SaveConfigAs(game.config(), "c.qvn", true, applied));
         ScriptedPrompt prompt;
         QVERIFY(ApplyConfiguration("c.qvn", true));
 
@@ -71,11 +67,12 @@ private slots:
     // the file since the apply.
     void keepsTheSectionApart()
     {
-        QVERIFY(writeTestFile(userIni("System"), crlf({ Header, "n=1", "", "[B]" })));
-        QVERIFY(writeTestFile(AppOptions().ConfigPath + "old.qvn2", crlf({ Header, "o=1" })));
+        GameFolder game;
+        QVERIFY(writeTestFile(game.userIni(), crlf({ Header, "n=1", "", "[B]" })));
+        QVERIFY(writeTestFile(game.config("old.qvn2"), crlf({ Header, "o=1" })));
         ScriptedPrompt prompt;
-        QVERIFY(RestoreBackup("old.qvn2", userIni("System")));
-        QCOMPARE(readTestFile(userIni("System")), crlf({ Header, "o=1", "", "[B]" }));
+        QVERIFY(RestoreBackup("old.qvn2", game.userIni()));
+        QCOMPARE(readTestFile(game.userIni()), crlf({ Header, "o=1", "", "[B]" }));
     }
 
     void refusals_data()
@@ -106,26 +103,26 @@ private slots:
         QFETCH(QString, message);
         if (gameRuns)
             setProcessLister([] { return QStringList { "ut-bin-amd64" }; });
+        GameFolder game;
         const QByteArray original = crlf({ Header, "n=1" });
-        QVERIFY(writeTestFile(userIni("System"), original));
-        if (!backup.isEmpty())
-            QVERIFY(writeTestFile(AppOptions().ConfigPath + name, backup));
+        QVERIFY(writeTestFile(game.userIni(), original));
+        QVERIFY(backup.isEmpty() || writeTestFile(game.config(name), backup));
         ScriptedPrompt prompt;
-        QVERIFY(!RestoreBackup(name, userIni("System")));
+        QVERIFY(!RestoreBackup(name, game.userIni()));
         QCOMPARE(prompt.transcript(), QStringList(message));
-        QCOMPARE(readTestFile(userIni("System")), original);
+        QCOMPARE(readTestFile(game.userIni()), original);
         QCOMPARE(ListBackups().size(), 0);
     }
 
     void listsNewestFirst()
     {
-        const QString dir = AppOptions().ConfigPath;
-        QVERIFY(writeTestFile(dir + "curconfig_bkup_(3-7-2001-9-5-3).qvn2",
+        GameFolder game;
+        QVERIFY(writeTestFile(game.config("curconfig_bkup_(3-7-2001-9-5-3).qvn2"),
             crlf({ Header, "BotNames[1]=Second", "BotNames[0]=First" })));
         for (const char *name : { "curconfig_bkup_(3-7-2001-9-5-3) (2).qvn2",
                  "curconfig_bkup_(12-31-2012-23-0-58)_System64.qvn2",
                  "curconfig_bkup_(1-2-2010-1-2-3).qvn2", "c.qvn" })
-            QVERIFY(writeTestFile(dir + name, crlf({ Header })));
+            QVERIFY(writeTestFile(game.config(name), crlf({ Header })));
 
         QStringList listed;
         for (const BackupFile &backup : ListBackups())
@@ -137,13 +134,6 @@ private slots:
                 "(3-7-2001-9-5-3) (2).qvn2 2001-03-07T09:05:03 ",
                 "(3-7-2001-9-5-3).qvn2 2001-03-07T09:05:03 First,Second" }));
     }
-
-private:
-    QString userIni(const QString &folder) const
-    {
-        return QDir::toNativeSeparators(AppOptions().UTPath + folder + "/User.ini");
-    }
-    std::unique_ptr<QTemporaryDir> m_dir;
 };
 
 QTEST_GUILESS_MAIN(TestRestoreBackup)

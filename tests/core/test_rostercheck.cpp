@@ -13,48 +13,44 @@ class TestRosterCheck : public QObject
 private slots:
     void checkSlot_data()
     {
-        QTest::addColumn<QStringList>("bot"); // class, skin, face, voice
+        QTest::addColumn<QString>("bot"); // class|skin|face|voice
         QTest::addColumn<QStringList>("problems");
-
-        QTest::newRow("installed, any capitals, short face name") << QStringList {
-            "botpack.tmale1bot", "commandoskins.CMDO", "CommandoSkins.Blake", "BotPack.VoiceMaleOne"
-        } << QStringList();
-        QTest::newRow("class gone, its skin installed") << QStringList {
-            "MyMods.Gone", "CommandoSkins.cmdo", "CommandoSkins.cmdo2Gorn", "(NONE)"
-        } << QStringList { "class: Class \"MyMods.Gone\" is not installed" };
-        QTest::newRow("no class") << QStringList { "", "", "", "" }
-                                  << QStringList { "class: No class is set" };
+        QTest::newRow("installed, any capitals, short face name")
+            << "botpack.tmale1bot|commandoskins.CMDO|CommandoSkins.Blake|BotPack.VoiceMaleOne"
+            << QStringList();
+        QTest::newRow("class gone, its skin installed")
+            << "MyMods.Gone|CommandoSkins.cmdo|CommandoSkins.cmdo2Gorn|(NONE)"
+            << QStringList { "class: Class \"MyMods.Gone\" is not installed" };
+        QTest::newRow("no class") << "|||" << QStringList { "class: No class is set" };
         QTest::newRow("skin, face and voice gone")
-            << QStringList { "BotPack.TMale1Bot", "SoldierSkins.blkt", "SoldierSkins.Malcom",
-                   "BotPack.VoiceGone" }
+            << "BotPack.TMale1Bot|SoldierSkins.blkt|SoldierSkins.Malcom|BotPack.VoiceGone"
             << QStringList { "skin: Skin \"SoldierSkins.blkt\" is not installed",
                    "face: Face \"SoldierSkins.Malcom\" is not installed",
                    "voice: Voice \"BotPack.VoiceGone\" is not installed" };
         QTest::newRow("skin of another model")
-            << QStringList { "BotPack.TMale1Bot", "FCommandoSkins.goth", "FCommandoSkins.Cryss",
-                   "" }
-            << QStringList {
-                   "skin: Skin \"FCommandoSkins.goth\" is not a skin of the class \"Male Commando\""
-               };
+            << "BotPack.TMale1Bot|FCommandoSkins.goth|FCommandoSkins.Cryss|"
+            << QStringList { "skin: Skin \"FCommandoSkins.goth\" is not a skin of the class "
+                             "\"Male Commando\"" };
         QTest::newRow("face of another skin")
-            << QStringList { "BotPack.TMale1Bot", "CommandoSkins.cmdo", "CommandoSkins.Luthor", "" }
-            << QStringList {
-                   "face: Face \"CommandoSkins.Luthor\" is not a face of the skin \"Commando\""
-               };
+            << "BotPack.TMale1Bot|CommandoSkins.cmdo|CommandoSkins.Luthor|"
+            << QStringList { "face: Face \"CommandoSkins.Luthor\" is not a face of the skin "
+                             "\"Commando\"" };
     }
 
     void checkSlot()
     {
-        QFETCH(QStringList, bot);
+        QFETCH(QString, bot);
         QFETCH(QStringList, problems);
+        const QStringList names = bot.split('|');
         BotRoster roster;
-        roster.BotClasses[5] = bot.at(0);
-        roster.BotSkins[5] = bot.at(1);
-        roster.BotFaces[5] = bot.at(2);
-        roster.VoiceType[5] = bot.at(3);
+        roster.BotClasses[5] = names.at(0);
+        roster.BotSkins[5] = names.at(1);
+        roster.BotFaces[5] = names.at(2);
+        roster.VoiceType[5] = names.at(3);
         QStringList found;
         for (const SlotProblem &problem : CheckSlot(roster, 5, SampleCatalogue())) {
             QCOMPARE(problem.slot, 5);
+            QCOMPARE(problem.value, names.at(int(problem.field)));
             found.append(SlotFieldName(problem.field) + ": " + problem.text);
         }
         QCOMPARE(found, problems);
@@ -79,15 +75,15 @@ private slots:
         BotRoster roster;
         SetDefaults(roster);
         const BotRoster before = roster;
-        QVERIFY(!MoveSlot(roster, 0, -1));
-        QVERIFY(!MoveSlot(roster, 31, 1));
+        for (const auto &[slot, offset] : { std::pair { 0, -1 }, { 31, 1 }, { 32, -1 }, { -1, 1 } })
+            QVERIFY(!MoveSlot(roster, slot, offset));
         QCOMPARE(roster, before);
-        QVERIFY(MoveSlot(roster, 3, 1));
-        QCOMPARE(BotSlot::fromRoster(roster, 4), BotSlot::fromRoster(before, 3));
-        QCOMPARE(BotSlot::fromRoster(roster, 3), BotSlot::fromRoster(before, 4));
+        QVERIFY(MoveSlot(roster, 0, 1));
+        QCOMPARE(BotSlot::fromRoster(roster, 1), BotSlot::fromRoster(before, 0));
+        QCOMPARE(BotSlot::fromRoster(roster, 0), BotSlot::fromRoster(before, 1));
+        QVERIFY(MoveSlot(roster, 1, -1));
         QVERIFY(MoveSlot(roster, 31, -1));
         QVERIFY(MoveSlot(roster, 30, 1));
-        QVERIFY(MoveSlot(roster, 4, -1));
         QCOMPARE(roster, before);
     }
 };

@@ -3,6 +3,7 @@
 #include "scriptedprompt.h"
 #include "testfiles.h"
 
+#include <QRegularExpression>
 #include <QTest>
 
 namespace {
@@ -15,36 +16,29 @@ QStringList fileLines(BotRoster roster)
 
 // The key lines of the default roster's section, changed: "Key=value"
 // replaces the line of that key in any capitals (or is added), "+Key=value"
-// is added, "-Key" removes the line ("-Key[*]" all of the key's),
+// is added, "-Key" removes the key's lines (of every slot without an index),
 // "@reverse" turns the order round.
 QStringList section(const QStringList &changes)
 {
     BotRoster defaults;
     SetDefaults(defaults);
-    const QStringList all = fileLines(defaults);
-    QStringList lines = all.mid(all.indexOf("[Botpack.ChallengeBotInfo]") + 1);
+    QStringList lines = fileLines(defaults);
+    lines = lines.mid(lines.indexOf("[Botpack.ChallengeBotInfo]") + 1);
     const auto keyOf = [](const QString &line) { return line.section('=', 0, 0); };
     for (const QString &change : changes) {
-        if (change == "@reverse") {
+        if (change == "@reverse")
             std::reverse(lines.begin(), lines.end());
-            continue;
-        }
-        if (change.startsWith('+')) {
+        else if (change.startsWith('+'))
             lines.append(change.mid(1));
-            continue;
-        }
-        if (change.startsWith('-')) {
-            const QString key = change.mid(1).remove("[*]");
+        else if (change.startsWith('-'))
             lines.removeIf([&](const QString &line) {
-                return keyOf(line) == key || (key != change.mid(1) && line.startsWith(key + '['));
+                return keyOf(line) == change.mid(1) || line.startsWith(change.mid(1) + '[');
             });
-            continue;
-        }
-        const auto at = std::find_if(lines.begin(), lines.end(), [&](const QString &line) {
-            return keyOf(line).compare(keyOf(change), Qt::CaseInsensitive) == 0;
-        });
-        if (at != lines.end())
-            *at = change;
+        else if (const qsizetype at = lines.indexOf(
+                     QRegularExpression('^' + QRegularExpression::escape(keyOf(change)) + "=.*",
+                         QRegularExpression::CaseInsensitiveOption));
+                 at >= 0)
+            lines[at] = change;
         else
             lines.append(change);
     }
@@ -83,30 +77,29 @@ private slots:
         QTest::addColumn<QStringList>("changes");
         QTest::addColumn<QStringList>("expected");
         QTest::addColumn<QStringList>("problems");
-
         QTest::newRow("reordered, any capitals")
-            << QStringList { "@reverse", "botaccuracy[3]=0.350000", "DIFFICULTY=5",
+            << QStringList { "@reverse", "botaccuracy[3]=0.350000", "DIFFICULTY=7",
                    "BotNames[0]=Zed" }
-            << QStringList { "BotAccuracy[3]=0.350000", "Difficulty=5", "BotNames[0]=Zed",
+            << QStringList { "BotAccuracy[3]=0.350000", "Difficulty=7", "BotNames[0]=Zed",
                    "BotNames[1]=Aryss" }
             << QStringList();
         QTest::newRow("partial: defaults kept")
-            << QStringList { "-BotNames[4]", "-BotNames[9]", "-Difficulty", "-BotSkills[*]" }
+            << QStringList { "-BotNames[4]", "-BotNames[9]", "-Difficulty", "-BotSkills",
+                   "-BotTeams[7]" }
             << QStringList { "BotNames[4]=Cryss", "BotNames[9]=Kira", "Difficulty=0",
                    "BotSkills[5]=-3.000000" }
             << QStringList { "Difficulty: missing", "BotNames: missing for slots 4, 9",
-                   "BotSkills: missing" };
-        QTest::newRow("garbled") << QStringList { "BotTeams[2]=7", "BotAccuracy[5]=high",
-            "bRandomOrder=maybe", "Difficulty=9", "BotJumpy[3]=", "garbage", "=x",
-            "BotNames[40]=Nobody", "BotNames[1] =Spaced", "@reverse", "+BotNames[0]=Second" }
-                                 << QStringList { "BotTeams[2]=255", "BotAccuracy[5]=0.000000",
-                                        "bRandomOrder=False", "Difficulty=0", "BotJumpy[3]=0",
-                                        "BotNames[1]=Aryss", "BotNames[0]=Archon" }
-                                 << QStringList { "bRandomOrder=maybe: cannot be read",
-                                        "Difficulty=9: cannot be read",
-                                        "BotTeams[2]=7: cannot be read",
-                                        "BotAccuracy[5]=high: cannot be read",
-                                        "BotJumpy[3]=: cannot be read" };
+                   "BotTeams: missing for slot 7", "BotSkills: missing" };
+        QTest::newRow("garbled")
+            << QStringList { "BotTeams[2]=7", "BotTeams[4]=65536", "BotAccuracy[5]=high",
+                   "bRandomOrder=maybe", "Difficulty=8", "BotJumpy[3]=", "garbage", "=x",
+                   "BotNames[40]=Nobody", "BotNames[1] =Spaced", "@reverse", "+BotNames[0]=Second" }
+            << QStringList { "BotTeams[2]=255", "BotTeams[4]=255", "BotAccuracy[5]=0.000000",
+                   "bRandomOrder=False", "Difficulty=0", "BotJumpy[3]=0", "BotNames[1]=Aryss",
+                   "BotNames[0]=Archon" }
+            << QStringList { "bRandomOrder=maybe: cannot be read", "Difficulty=8: cannot be read",
+                   "BotTeams[2]=7: cannot be read", "BotTeams[4]=65536: cannot be read",
+                   "BotAccuracy[5]=high: cannot be read", "BotJumpy[3]=: cannot be read" };
         QTest::newRow("snapped to the controls")
             << QStringList { "BotAccuracy[0]=0.230000", "BotAccuracy[1]=-0.42",
                    "Alertness[0]=1.700000", "BotSkills[0]=1.500000", "BotSkills[1]=-7",
@@ -119,9 +112,10 @@ private slots:
             << QStringList();
         QTest::newRow("the game's other spellings")
             << QStringList { "BotJumpy[0]=True", "bAdjustSkill=1",
-                   "VoiceType[0]=Class'BotPack.VoiceMaleOne'", "BotNames[0]=\"Two Words\"" }
+                   "VoiceType[0]=Class'BotPack.VoiceMaleOne'", "BotNames[0]=\"Two Words\"",
+                   "BotNames[2]=\"\"" }
             << QStringList { "BotJumpy[0]=1", "bAdjustSkill=True",
-                   "VoiceType[0]=BotPack.VoiceMaleOne", "BotNames[0]=Two Words" }
+                   "VoiceType[0]=BotPack.VoiceMaleOne", "BotNames[0]=Two Words", "BotNames[2]=" }
             << QStringList();
     }
 
@@ -138,16 +132,27 @@ private slots:
     }
 
     // However much is missing, one message of a readable length.
+    void reportsInOneMessage_data()
+    {
+        QTest::addColumn<int>("count");
+        QTest::addColumn<QString>("ending");
+        QTest::newRow("twenty") << 20 << "Problem 18\r\nProblem 19";
+        QTest::newRow("twenty-one") << 21 << "Problem 19\r\n... and 1 more";
+    }
+
     void reportsInOneMessage()
     {
+        QFETCH(int, count);
+        QFETCH(QString, ending);
         ScriptedPrompt prompt;
         RosterImport import;
         import.sectionFound = true;
-        for (int i = 0; i < 25; ++i)
+        for (int i = 0; i < count; ++i)
             import.problems.append(QString("Problem %1").arg(i));
         ReportImportProblems(import, "/ut/System/User.ini");
         QCOMPARE(prompt.messages().size(), 1);
-        QVERIFY(prompt.messages().first().text.endsWith("Problem 19\r\n... and 5 more"));
+        QVERIFY2(prompt.messages().first().text.endsWith(ending),
+            qPrintable(prompt.messages().first().text));
     }
 };
 

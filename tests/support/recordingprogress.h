@@ -32,6 +32,14 @@ public:
         errors.append({error.number(), error.description(), message});
     }
 
+    QStringList messages() const
+    {
+        QStringList found;
+        for (const Entry &error : errors)
+            found.append(error.message);
+        return found;
+    }
+
     struct Entry
     {
         int number;

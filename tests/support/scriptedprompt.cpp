@@ -13,6 +13,8 @@ ScriptedPrompt::~ScriptedPrompt()
 MessageAnswer ScriptedPrompt::ask(const Message &message)
 {
     m_messages.append(message);
+    if (whileAsking)
+        whileAsking();
     if (!m_answers.isEmpty())
         return m_answers.takeFirst();
     return SafeAnswer(message.buttons);

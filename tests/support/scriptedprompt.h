@@ -4,6 +4,8 @@
 
 #include <QList>
 
+#include <functional>
+
 // Answers message boxes from a script and remembers every message asked, so
 // that tests check titles and texts word for word. Installs itself for its
 // lifetime. A message with no scripted answer gets Ok for an OK box and No
@@ -20,6 +22,9 @@ public:
     const QList<Message> &messages() const { return m_messages; }
     // "title|text" of each message, the form tests compare against.
     QStringList transcript() const;
+
+    // Runs as each message is shown, to see the state the user sees then.
+    std::function<void()> whileAsking;
 
 private:
     QList<MessageAnswer> m_answers;

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "catalogue/modelcatalogue.h"
+
+#include <QString>
+#include <QStringList>
+
+// Declaration lines of the game's .int files.
+QString classLine(const QString &name, const QString &description = QStringLiteral("D"));
+QString voiceLine(const QString &name, const QString &metaClass);
+QString textureLine(const QString &name, const QString &description = QStringLiteral("D"));
+
+// The occupied entries of a catalogue, one line each, so that a scan or a
+// parse is compared as a whole:
+//   "Class|Description|SkinType: Skin|Description [Face|Description, ...], ..."
+//   "voice Class|Description|kind"
+//   "unmatched <file name>|SkinType"
+// Free slots are left out; a model without described skins has no ": ".
+QStringList catalogueText(const ModelCatalogue &catalogue = Catalogue());
+
+// The file names of the occupied slots of a file list.
+QStringList fileNames(const QStringList &paths);
