@@ -1,41 +1,34 @@
 #include "dialogscript.h"
-#include "editorfixture.h"
-#include "samplecatalogue.h"
-#include "scriptedprompt.h"
-#include "testfiles.h"
+#include "editorsession.h"
 
-#include "catalogue/modelcatalogue.h"
 #include "configfiles/configfile.h"
 #include "configfiles/configname.h"
 #include "configfiles/forms/dlgApply.h"
-#include "configfiles/forms/dlgDescr.h"
 #include "configfiles/forms/dlgLaunchUT.h"
 #include "configfiles/forms/dlgOpen.h"
 #include "configfiles/forms/dlgRestore.h"
 #include "configfiles/forms/dlgSaveAs.h"
-#include "configfiles/forms/formregistry.h"
 #include "configfiles/gameinstallation.h"
-#include "configfiles/runerror.h"
 #include "configfiles/textfile.h"
 #include "roster/forms/dlgImport.h"
 #include "roster/forms/frmAbout.h"
+#include "roster/forms/openatstart.h"
+#include "roster/forms/rosteroverview.h"
 #include "startup/forms/frmSplash.h"
 #include "startup/options.h"
-#include "startup/programdirectory.h"
+#include "startup/recentfiles.h"
 
 #include <QAccessible>
-#include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDate>
 #include <QDesktopServices>
-#include <QDir>
-#include <QLabel>
-#include <QLineEdit>
+#include <QListWidget>
+#include <QMimeData>
 #include <QPlainTextEdit>
-#include <QPointer>
 #include <QPushButton>
-#include <QTemporaryDir>
-#include <QTest>
+#include <QTreeWidget>
+#include <QUndoStack>
 
 #include <memory>
 
@@ -43,41 +36,19 @@ namespace {
 
 const QString ProgramTitle = "Quorvane for Unreal Tournament";
 
-QString question(const QString &yes, const QString &no)
+QByteArray realUserIni(const QByteArray &firstBot = "Archon")
 {
-    return "Save Current Configuration?|Your current config is not saved.\r\n\r\n" + yes
-        + "\r\n\r\n" + no + "\r\n\r\nCancel = Cancel this operation.";
+    return readTestFile(realWorldDir() + "vanilla-server/System/User.ini")
+        .replace("BotNames[0]=Archon", "BotNames[0]=" + firstBot);
 }
 
-const QHash<QString, QString> SaveQuestions {
-    { "new",
-        question("   Yes = Save current configuration and then start a new one.",
-            "    No = Loose current configuration and then start a new one.") },
-    { "open",
-        question("   Yes = Save current configuration and then open a different configuration.",
-            "    No = Loose current configuration and then open a different configuration.") },
-    { "exit",
-        question("   Yes = Save current configuration and quit.",
-            "    No = Loose current configuration and quit.") },
-};
-
-const QString GameRunsQuestion = "Unreal Tournament Is Running|Unreal Tournament is running. It "
-                                 "rewrites user.ini when it quits, so the bot list applied now "
-                                 "will be overwritten then.\r\n\r\nApply the configuration anyway?";
-
-MessageAnswer answerNamed(const QString &name)
+// "Unreal Tournament Is Running" before `what` (applied, restored) changes
+// user.ini; `anyway` is the question.
+QString gameRuns(const QString &what, const QString &anyway)
 {
-    return name == "Yes" ? MessageAnswer::Yes
-        : name == "No"   ? MessageAnswer::No
-                         : MessageAnswer::Cancel;
-}
-
-QString items(const QComboBox *list)
-{
-    QStringList texts;
-    for (int i = 0; i < list->count(); ++i)
-        texts << list->itemText(i);
-    return texts.join(u'|');
+    return "Unreal Tournament Is Running|Unreal Tournament is running. It rewrites user.ini when "
+           "it quits, so the bot list "
+        + what + " now will be overwritten then.\r\n\r\n" + anyway;
 }
 
 // Remembers what the program asked the desktop to open.
@@ -92,8 +63,9 @@ public slots:
 
 } // namespace
 
-// The main window's File and Help commands and the dialogs they open, on a
-// game folder made from the real installation's User.ini.
+// The main window's File and Help commands, the dialogs they open and the
+// lists handed over from outside (a file manager, a drop, the recent list),
+// on a game folder made from the real installation's User.ini.
 class TestDocumentCommands : public QObject
 {
     Q_OBJECT
@@ -103,46 +75,31 @@ private slots:
     void init();
     void cleanup();
 
-    void saveQuestion_data();
-    void saveQuestion();
-    void documentStates_data();
-    void documentStates();
-    void saveAsNames_data();
-    void saveAsNames();
-    void openNames_data();
-    void openNames();
-    void applyDialog_data();
-    void applyDialog();
-    void quitAndLaunch_data();
-    void quitAndLaunch();
-    void helpEntries_data();
+    void sessions_data();
+    void sessions();
+    void recentFiles();
     void helpEntries();
     void aboutShowsTheSplashVersion();
     void dialogControlsHaveNames();
 
 private:
-    void run(const QString &step);
-    // The window's document as "state|file name|Save|Save As".
-    QString document() const;
-    QByteArray savedBytes(const QString &name) const { return readTestFile(m_configDir + name); }
-    QByteArray bytesFor(const QString &name) const
-    {
-        BotRoster roster = Roster();
-        return joinAnsiLines(ConfigurationLines(name, roster));
-    }
+    void play(const QString &steps);
+    void verify(QStringList messages, QString document, const QString &written);
+    void fill(FileNameDialog &dialog, const QString &name);
+    void apply(dlgApply &dialog, const QString &choice);
+    void restore(dlgRestore &dialog, const QString &choice);
+    void press(QDialog &dialog, QPushButton *button, QPushButton *cancel);
+    void handOver(const QString &file);
+    void drop(const QStringList &files);
 
-    std::unique_ptr<QTemporaryDir> m_dir;
-    QString m_configDir;
-    QString m_gameDir;
-    ScriptedPrompt *m_prompt = nullptr;
-    QPointer<frmBots> form;
+    std::unique_ptr<EditorSession> m_session;
     QStringList m_started;
     QStringList m_processes;
+    QStringList m_notes;
 };
 
 void TestDocumentCommands::initTestCase()
 {
-    Catalogue() = SampleCatalogue();
     setGameStarter([this](const QString &program, const QString &workingDirectory) {
         m_started << program + " in " + workingDirectory;
         return true;
@@ -150,619 +107,462 @@ void TestDocumentCommands::initTestCase()
     setProcessLister([this] { return m_processes; });
 }
 
-// A configuration folder with two lists and a broken one, a game folder with
-// the real User.ini and the game's executables, and the editor as start-up
-// leaves it, shown.
+// Two lists, a broken one and a backup beside the real User.ini and the
+// game's programs, and lists in a download folder: one whose name is taken.
 void TestDocumentCommands::init()
 {
-    m_dir = std::make_unique<QTemporaryDir>();
-    QVERIFY(m_dir->isValid());
-    const QString root = QDir::toNativeSeparators(m_dir->path()) + QDir::separator();
-    setProgramDir(root);
-    m_configDir = root + "configs" + QDir::separator();
-    m_gameDir = root + "UT" + QDir::separator();
-    AppOptions().ConfigPath = m_configDir;
-    AppOptions().UTPath = m_gameDir;
-    QVERIFY(QDir().mkpath(m_configDir));
-
-    BotRoster team;
-    SetDefaults(team);
-    team.BotNames[0] = "Teamster";
-    team.Description = "The team list";
-    QVERIFY(SaveConfigAs(m_configDir, "Team.qvn", true, team));
-    team.BotNames[0] = "Alphonse";
-    team.Description = "The first list";
-    QVERIFY(SaveConfigAs(m_configDir, "Alpha.qvn", true, team));
-    QVERIFY(writeTestFile(m_configDir + "Broken.qvn", savedBytes("Team.qvn").left(900)));
-    QVERIFY(writeTestFile(m_configDir + "curconfig_bkup_(1-2-2003-4-5-6).qvn2", "[old]\r\n"));
-
-    QVERIFY(writeTestFile(m_gameDir + "System/User.ini",
-        readTestFile(realWorldDir() + "vanilla-server/System/User.ini")));
-    QVERIFY(writeTestFile(m_gameDir + "System/UnrealTournament.exe", "MZ"));
-    QVERIFY(writeTestFile(m_gameDir + "System/ut-bin",
-        "\x7f"
-        "ELF"));
-
+    m_session = std::make_unique<EditorSession>();
+    // Written as the program writes lists, without its flush to the disk.
+    const auto list = [](const QString &path, const QString &bot, const QString &description) {
+        BotRoster roster;
+        SetDefaults(roster);
+        roster.BotNames[0] = bot;
+        roster.Description = description;
+        return writeTestFile(
+            path, joinAnsiLines(ConfigurationLines(QFileInfo(path).fileName(), roster)));
+    };
+    const QString downloads = m_session->root() + "Downloads/";
+    QVERIFY(list(m_session->config("Team.qvn"), "Teamster", "The team list"));
+    QVERIFY(list(m_session->config("Alpha.qvn"), "Alphonse", "The first list"));
+    QVERIFY(list(downloads + "Team.qvn", "Fetched", "The first list"));
+    QVERIFY(list(downloads + "Fresh.qvn", "Fetched", "The first list"));
+    QVERIFY(QFile::copy(m_session->config("Alpha.qvn"), downloads + "Alpha.qvn"));
+    QVERIFY(writeTestFile(
+        m_session->config("Broken.qvn"), readTestFile(m_session->config("Team.qvn")).left(900)));
+    QVERIFY(writeTestFile(m_session->config("curconfig_bkup_(1-2-2003-4-5-6).qvn2"), "[old]\r\n"));
+    QVERIFY(writeTestFile(m_session->userIni(), realUserIni()));
+    QVERIFY(writeTestFile(AppOptions().UTPath + "System/UnrealTournament.exe", "MZ"));
+    QVERIFY(writeTestFile(AppOptions().UTPath + "System/ut-bin", "\177ELF"));
+    m_session->snapshot();
     m_started.clear();
     m_processes = { "bash", "kworker" };
+    m_notes.clear();
     LaunchWithoutAsking() = false;
-    m_prompt = new ScriptedPrompt;
-    Roster() = BotRoster();
-    form = new frmBots;
-    prepareLikeStartup(*form);
-    form->show();
 }
 
 void TestDocumentCommands::cleanup()
 {
-    delete form.data();
-    unloadForm<dlgApply>();
-    unloadForm<dlgDescr>();
-    unloadForm<dlgLaunchUT>();
-    unloadForm<dlgOpen>();
-    unloadForm<dlgSaveAs>();
-    unloadForm<frmAbout>();
-    unloadForm<dlgImport>();
-    unloadForm<dlgRestore>();
-    delete m_prompt;
-    m_dir.reset();
+    m_session.reset();
 }
 
-// One step of a user's session: "new", "open:NAME", "open-cancel",
-// "saveas:NAME", "saveas-cancel", "edit", "save".
-void TestDocumentCommands::run(const QString &step)
+// Presses a dialog's `button`; a dialog that stays open is cancelled, and
+// that noted.
+void TestDocumentCommands::press(QDialog &dialog, QPushButton *button, QPushButton *cancel)
 {
-    DialogScript script;
-    const QString verb = step.section(':', 0, 0);
-    const QString name = step.section(':', 1);
-    if (verb == "new") {
-        form->mnuFileNew->trigger();
-    } else if (verb == "open") {
-        script.then<dlgOpen>([name](dlgOpen &d) { d.txtName->setText(name), d.cmdOpen->click(); });
-        form->mnuFileOpen->trigger();
-    } else if (verb == "open-cancel") {
-        script.then<dlgOpen>([](dlgOpen &d) { d.CancelButton->click(); });
-        form->mnuFileOpen->trigger();
-    } else if (verb == "saveas") {
-        script.then<dlgSaveAs>(
-            [name](dlgSaveAs &d) { d.txtNewName->setText(name), d.cmdSave->click(); });
-        form->mnuFileSaveAs->trigger();
-    } else if (verb == "saveas-cancel") {
-        script.then<dlgSaveAs>([](dlgSaveAs &d) { d.cmdCancel->click(); });
-        form->mnuFileSaveAs->trigger();
-    } else if (verb == "edit") {
-        form->txtName->setText("Edited");
-    } else if (verb == "save") {
-        // Without a name, Save asks for one; here the user cancels.
-        if (form->lblCurrentFile->text() == "(Un-Named)")
-            script.then<dlgSaveAs>([](dlgSaveAs &d) { d.cmdCancel->click(); });
-        form->mnuFileSave->trigger();
-    }
-    QVERIFY2(script.playedOut(), qPrintable(step + ": " + script.seen.join(',')));
+    button->click();
+    if (dialog.isVisible())
+        m_notes << "kept open", cancel->click();
 }
 
-QString TestDocumentCommands::document() const
+// Types `name` into an Open or Save As dialog and presses its main button,
+// or with "!" cancels it.
+void TestDocumentCommands::fill(FileNameDialog &dialog, const QString &name)
 {
-    const auto onOff = [](const QAction *action) { return action->isEnabled() ? "on" : "off"; };
-    return QStringList { form->lblSaved->text(), form->lblCurrentFile->text(),
-        onOff(form->mnuFileSave), onOff(form->mnuFileSaveAs) }
-        .join(u'|');
+    auto *open = qobject_cast<dlgOpen *>(&dialog);
+    auto *saveAs = qobject_cast<dlgSaveAs *>(&dialog);
+    QPushButton *cancel = open ? open->CancelButton : saveAs->cmdCancel;
+    (open ? open->txtName : saveAs->txtNewName)->setText(name);
+    press(dialog, name == "!" ? cancel : open ? open->cmdOpen : saveAs->cmdSave, cancel);
 }
 
-void TestDocumentCommands::saveQuestion_data()
+// Notes what Apply offers (the lists, the description of the one chosen,
+// the user.ini files with their boxes) and applies `choice` ("NAME" or
+// "NAME+" for a backup).
+void TestDocumentCommands::apply(dlgApply &dialog, const QString &choice)
 {
-    QTest::addColumn<QString>("command");
-    QTest::addColumn<QString>("fileName");
-    QTest::addColumn<QString>("answer");
-    QTest::addColumn<bool>("saved"); // Team.qvn was written
-    QTest::addColumn<bool>("goesOn"); // the command went on after the question
-    QTest::addColumn<QStringList>("dialogs");
-
-    for (const QString command : { "new", "open", "exit" }) {
-        const QStringList goOn = command == "open" ? QStringList { "dlgOpen" } : QStringList();
-        QTest::addRow("%s, yes", qPrintable(command)) << command << "Team.qvn"
-                                                      << "Yes" << true << true << goOn;
-        QTest::addRow("%s, no", qPrintable(command)) << command << "Team.qvn"
-                                                     << "No" << false << true << goOn;
-        QTest::addRow("%s, cancel", qPrintable(command))
-            << command << "Team.qvn"
-            << "Cancel" << false << false << QStringList();
-    }
-    // Yes on a list without a name asks for one; a cancelled Save As does
-    // not hold the command up.
-    QTest::newRow("unnamed, yes") << "new"
-                                  << "(Un-Named)"
-                                  << "Yes" << false << true << QStringList { "dlgSaveAs" };
-    QTest::newRow("unnamed exit, yes") << "exit"
-                                       << "(Un-Named)"
-                                       << "Yes" << false << true << QStringList { "dlgSaveAs" };
-}
-
-void TestDocumentCommands::saveQuestion()
-{
-    QFETCH(QString, command);
-    QFETCH(QString, fileName);
-    QFETCH(QString, answer);
-    QFETCH(bool, saved);
-    QFETCH(bool, goesOn);
-    QFETCH(QStringList, dialogs);
-
-    run("new");
-    form->setCurrentFile(fileName);
-    run("edit");
-    const QByteArray before = savedBytes("Team.qvn");
-    const BotRoster edited = Roster();
-    QStringList unloaded;
-    // The windows that outlive this row must not report into it.
-    QObject recording;
-    for (QObject *loaded : std::initializer_list<QObject *> { &theForm<frmAbout>(),
-             &theForm<dlgSaveAs>(), &theForm<dlgApply>(), &theForm<dlgDescr>(), form.data() })
-        connect(loaded, &QObject::destroyed, &recording,
-            [&unloaded, name = loaded->objectName()] { unloaded << name; });
-
-    DialogScript script;
-    for (const QString &dialog : dialogs) {
-        if (dialog == "dlgOpen")
-            script.then<dlgOpen>([](dlgOpen &d) { d.CancelButton->click(); });
-        else
-            script.then<dlgSaveAs>([](dlgSaveAs &d) { d.cmdCancel->click(); });
-    }
-    m_prompt->answerNext(answerNamed(answer));
-    if (command == "new")
-        form->mnuFileNew->trigger();
-    else if (command == "open")
-        form->mnuFileOpen->trigger();
-    else
-        form->mnuFileExit->trigger();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-
-    QCOMPARE(m_prompt->transcript(), QStringList { SaveQuestions.value(command) });
-    QCOMPARE(savedBytes("Team.qvn") != before, saved);
-    QCOMPARE(script.seen, dialogs);
-    if (command == "exit") {
-        // The other windows go first, in their fixed order, the editor last;
-        // its close writes the options.
-        QCOMPARE(form.isNull(), goesOn);
-        QCOMPARE(unloaded,
-            goesOn ? QStringList({ "dlgApply", "dlgDescr", "dlgSaveAs", "frmAbout", "frmBots" })
-                   : QStringList());
-        QCOMPARE(QFile::exists(ProgramDir() + "options.ini"), goesOn);
-        return;
-    }
-    const bool renewed = command == "new" && goesOn;
-    QCOMPARE(form->lblCurrentFile->text(), renewed ? "(Un-Named)" : fileName);
-    QCOMPARE(Roster().BotNames[0], renewed ? "Archon" : "Edited");
-    if (!goesOn)
-        QCOMPARE(Roster(), edited);
-}
-
-void TestDocumentCommands::documentStates_data()
-{
-    QTest::addColumn<QString>("steps");
-    QTest::addColumn<QString>("document");
-
-    QTest::newRow("as started") << ""
-                                << "Saved||off|off";
-    QTest::newRow("new") << "new"
-                         << "Modified|(Un-Named)|on|on";
-    QTest::newRow("open first") << "open:Team.qvn"
-                                << "Loaded|Team.qvn|off|off";
-    QTest::newRow("open cancelled") << "open-cancel"
-                                    << "Saved||off|off";
-    QTest::newRow("saved as") << "new,saveas:Bots"
-                              << "Saved|Bots.qvn|off|on";
-    QTest::newRow("save as cancelled") << "new,saveas:Bots,saveas-cancel"
-                                       << "Modified|Bots.qvn|on|on";
-    QTest::newRow("unnamed save asks a name") << "new,edit,save"
-                                              << "Modified|(Un-Named)|on|on";
-    QTest::newRow("named save overwrites") << "new,saveas:Team,edit,save"
-                                           << "Saved|Team.qvn|off|on";
-    // Opened, the list stays Loaded through edits; Save keeps its state.
-    QTest::newRow("loaded stays loaded") << "new,saveas:Bots,open:Team.qvn,edit"
-                                         << "Loaded|Team.qvn|off|on";
-    QTest::newRow("open after edits") << "new,saveas:Bots,edit,save,open:Alpha.qvn"
-                                      << "Loaded|Alpha.qvn|off|on";
-}
-
-void TestDocumentCommands::documentStates()
-{
-    QFETCH(QString, steps);
-    QFETCH(QString, document);
-
-    m_prompt->answerNext(MessageAnswer::Yes); // overwrite Team.qvn
-    for (const QString &step : steps.split(',', Qt::SkipEmptyParts))
-        run(step);
-
-    QCOMPARE(this->document(), document);
-    const QString name = form->lblCurrentFile->text();
-    QCOMPARE(form->windowTitle(), name.isEmpty() ? ProgramTitle : name + "[*] - " + ProgramTitle);
-    QCOMPARE(form->isWindowModified(), form->lblSaved->text() != "Saved");
-    QVERIFY(form->cmbBot->isEnabled() == !name.isEmpty());
-    // What the window shows is what the roster and a saved file hold.
-    QCOMPARE(form->txtName->text(), Roster().BotNames[0]);
-    if (form->lblSaved->text() == "Saved" && !name.isEmpty())
-        QCOMPARE(savedBytes(name), bytesFor(name));
-}
-
-void TestDocumentCommands::saveAsNames_data()
-{
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("written");
-    QTest::addColumn<QStringList>("messages");
-    QTest::addColumn<bool>("staysOpen");
-
-    QTest::newRow("plain") << "Bots"
-                           << "Bots.qvn" << QStringList() << false;
-    QTest::newRow("with extension") << "Bots.qvn"
-                                    << "Bots.qvn" << QStringList() << false;
-    QTest::newRow("other capitals") << "Bots.QVN"
-                                    << "Bots.QVN.qvn" << QStringList() << false;
-    QTest::newRow("empty") << ""
-                           << ".qvn" << QStringList() << false;
-    QTest::newRow("declined overwrite") << "Team"
-                                        << ""
-                                        << QStringList { "File Already Exists|This file exists, do "
-                                                         "you really want to over write it?" }
-                                        << false;
-    // A write that fails says so and leaves the dialog open for another name.
-    QTest::newRow("write fails")
-        << "Jammed"
-        << ""
-        << QStringList { "File Already Exists|This file exists, do you really want to over write "
-                         "it?",
-               "Configuration Not Saved|The configuration could not be saved as Jammed.qvn:\r\n*" }
-        << true;
-    // Refused names leave the dialog open for another.
-    for (const QString name :
-        { "../Bots", "sub/Bots", "..\\System\\User.ini", "Bo|ts", "Bots?", "C:Bots" })
-        QTest::newRow(qPrintable(name))
-            << name << ""
-            << QStringList { InvalidConfigNameTitle() + "|" + ConfigNameProblem(name + ".qvn") }
-            << true;
-}
-
-void TestDocumentCommands::saveAsNames()
-{
-    QFETCH(QString, typed);
-    QFETCH(QString, written);
-    QFETCH(QStringList, messages);
-    QFETCH(bool, staysOpen);
-
-    run("new");
-    // A folder in the way of the file: the save is asked for and fails.
-    QVERIFY(QDir().mkpath(m_configDir + "Jammed.qvn"));
-    m_prompt->answerNext(typed == "Jammed" ? MessageAnswer::Yes : MessageAnswer::No);
-    const QStringList filesBefore = QDir(m_configDir).entryList(QDir::Files | QDir::Hidden);
-    const QByteArray teamBefore = savedBytes("Team.qvn");
-    bool stayedOpen = false;
-    DialogScript script;
-    script.then<dlgSaveAs>([&](dlgSaveAs &d) {
-        d.txtNewName->setText(typed);
-        d.cmdSave->click();
-        stayedOpen = d.isVisible();
-        if (stayedOpen)
-            d.cmdCancel->click();
-    });
-    form->mnuFileSaveAs->trigger();
-
-    QCOMPARE(m_prompt->transcript().size(), messages.size());
-    for (qsizetype i = 0; i < messages.size(); ++i) {
-        const QString &expected = messages.at(i);
-        const QString actual = m_prompt->transcript().at(i);
-        // "*" stands for the file system's own account of the failure.
-        QVERIFY2(expected.endsWith('*')
-                ? actual.startsWith(expected.chopped(1)) && actual.size() > expected.size()
-                : actual == expected,
-            qPrintable(actual));
-    }
-    QCOMPARE(stayedOpen, staysOpen);
-    QCOMPARE(theForm<dlgSaveAs>().SavedFileName, written);
-    QCOMPARE(form->lblCurrentFile->text(), written.isEmpty() ? "(Un-Named)" : written);
-    QCOMPARE(savedBytes("Team.qvn"), teamBefore);
-    QStringList expectedFiles = filesBefore;
-    if (!written.isEmpty()) {
-        QCOMPARE(savedBytes(written), bytesFor(written));
-        expectedFiles = (expectedFiles << written);
-    }
-    // Nothing is written anywhere else: not outside the folder, not beside it.
-    QCOMPARE(QDir(m_configDir).entryList(QDir::Files | QDir::Hidden).size(), expectedFiles.size());
-    // Beside it only the list of recent configurations.
-    QCOMPARE(QDir(m_dir->path()).entryList(QDir::Files),
-        written.isEmpty() ? QStringList() : QStringList { "recentfiles.txt" });
-}
-
-void TestDocumentCommands::openNames_data()
-{
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("opened"); // "file name=first bot"; empty: refused
-    QTest::addColumn<QString>("message");
-
-    QTest::newRow("listed") << "Alpha.qvn"
-                            << "Alpha.qvn=Alphonse"
-                            << "";
-    QTest::newRow("without extension") << "Team"
-                                       << "Team.qvn=Teamster"
-                                       << "";
-    QTest::newRow("empty") << ""
-                           << ""
-                           << "Open Configuration|Type the name of a configuration to open, or "
-                              "pick one from the list.";
-    QTest::newRow("missing")
-        << "Missing.qvn"
-        << ""
-        << "Open Configuration|Can't find Missing.qvn in the configuration folder @.";
-    QTest::newRow("outside") << "../configs/Team.qvn"
-                             << ""
-                             << InvalidConfigNameTitle() + "|"
-            + ConfigNameProblem("../configs/Team.qvn");
-    // The reader's own words say where the file ends (its tests check them).
-    QTest::newRow("broken")
-        << "Broken.qvn"
-        << ""
-        << "Configuration Not Opened|The configuration Broken.qvn could not be opened; nothing "
-           "was changed.\r\n@reader";
-}
-
-void TestDocumentCommands::openNames()
-{
-    QFETCH(QString, typed);
-    QFETCH(QString, opened);
-    QFETCH(QString, message);
-
-    run("new");
-    run("edit");
-    const BotRoster before = Roster();
-    bool stayedOpen = false;
-    DialogScript script;
-    script.then<dlgOpen>([&](dlgOpen &d) {
-        d.txtName->setText(typed);
-        d.cmdOpen->click();
-        stayedOpen = d.isVisible();
-        if (stayedOpen)
-            d.CancelButton->click();
-    });
-    m_prompt->answerNext(MessageAnswer::No);
-    form->mnuFileOpen->trigger();
-
-    if (message.endsWith("@reader")) {
-        try {
-            BotRoster scratch;
-            OpenConfiguration(m_configDir, typed, scratch);
-        } catch (const RunError &error) {
-            message.replace("@reader", error.message());
-        }
-    }
-    const QStringList messages = m_prompt->transcript().mid(1);
-    QCOMPARE(messages,
-        message.isEmpty() ? QStringList() : QStringList { message.replace("@", m_configDir) });
-    QCOMPARE(stayedOpen, opened.isEmpty());
-    QCOMPARE(theForm<dlgOpen>().FileOpened, !opened.isEmpty());
-    if (opened.isEmpty()) {
-        // A refused or broken file leaves everything as it was.
-        QCOMPARE(Roster(), before);
-        QCOMPARE(document(), "Modified|(Un-Named)|on|on");
-        QCOMPARE(form->txtName->text(), "Edited");
-    } else {
-        QCOMPARE(document(), "Loaded|" + opened.section('=', 0, 0) + "|on|on");
-        QCOMPARE(Roster().BotNames[0], opened.section('=', 1));
-        QCOMPARE(form->txtName->text(), opened.section('=', 1));
-    }
-}
-
-void TestDocumentCommands::applyDialog_data()
-{
-    QTest::addColumn<QStringList>("userInis");
-    QTest::addColumn<bool>("backup");
-    QTest::addColumn<bool>("gameRuns");
-    QTest::addColumn<bool>("emptyFolder");
-    QTest::addColumn<QStringList>("backups");
-    QTest::addColumn<QString>("message");
-
-    const QString completed = "Apply Configuration...|Completed";
-    const QStringList system { "System/User.ini" };
-    const QStringList both { "System/User.ini", "System64/User.ini" };
-    QTest::newRow("one file") << system << false << false << false << QStringList() << completed;
-    QTest::newRow("one file, backup")
-        << system << true << false << false << QStringList { ".qvn2" } << completed;
-    QTest::newRow("two files") << both << false << false << false << QStringList() << completed;
-    QTest::newRow("two files, backup")
-        << both << true << false << false << QStringList { ".qvn2", "_System64.qvn2" } << completed;
-    QTest::newRow("game running, declined")
-        << system << true << true << false << QStringList() << GameRunsQuestion;
-    QTest::newRow("nothing to apply") << system << true << false << true << QStringList()
-                                      << "Missing File|Can't find .  Operation Aborted.";
-}
-
-void TestDocumentCommands::applyDialog()
-{
-    QFETCH(QStringList, userInis);
-    QFETCH(bool, backup);
-    QFETCH(bool, gameRuns);
-    QFETCH(bool, emptyFolder);
-    QFETCH(QStringList, backups);
-    QFETCH(QString, message);
-
-    const QByteArray original = readTestFile(m_gameDir + "System/User.ini");
+    QStringList lists;
+    for (int i = 0; i < dialog.cmbConfigs->count(); ++i)
+        lists << dialog.cmbConfigs->itemText(i);
+    dialog.cmbConfigs->setCurrentText(QString(choice).remove('+'));
     QStringList targets;
-    for (const QString &userIni : userInis) {
-        QVERIFY(writeTestFile(m_gameDir + userIni, original));
-        targets << QDir::toNativeSeparators(m_gameDir + userIni);
-    }
-    if (emptyFolder) {
-        for (const char *name : { "Team.qvn", "Alpha.qvn", "Broken.qvn" })
-            QVERIFY(QFile::remove(m_configDir + name));
-    }
-    if (gameRuns)
-        m_processes << "ut-bin-amd64";
-
-    QString listed;
-    QString description;
-    QStringList offered;
-    bool stayedOpen = false;
-    DialogScript script;
-    script.then<dlgApply>([&](dlgApply &d) {
-        listed = items(d.cmbConfigs);
-        d.cmbConfigs->setCurrentText("Team.qvn");
-        description = d.txtDescr->toPlainText();
-        for (const QCheckBox *box : std::as_const(d.chkTargets))
-            offered << box->text() + (box->isChecked() ? "" : " (unticked)");
-        d.chkBackup->setChecked(backup);
-        d.cmdApply->click();
-        stayedOpen = d.isVisible();
-        if (stayedOpen)
-            d.CancelButton->click();
-    });
-    form->mnuFileApply->trigger();
-
-    // Sorted by name, backups not among them.
-    QCOMPARE(listed, emptyFolder ? "" : "Alpha.qvn|Broken.qvn|Team.qvn");
-    QCOMPARE(description, emptyFolder ? "" : "The team list ");
-    QCOMPARE(offered, targets);
-    QCOMPARE(m_prompt->transcript(), QStringList { message });
-    const bool done = message.endsWith("Completed");
-    QCOMPARE(stayedOpen, !done);
-    for (const QString &userIni : userInis) {
-        const QByteArray now = readTestFile(m_gameDir + userIni);
-        QCOMPARE(now.contains("\r\nBotNames[0]=Teamster\r\n"), done);
-        QCOMPARE(now == original, !done);
-    }
-    QStringList made = QDir(m_configDir).entryList({ "curconfig_bkup_*" });
-    made.removeOne("curconfig_bkup_(1-2-2003-4-5-6).qvn2");
-    QCOMPARE(made.size(), backups.size());
-    for (qsizetype i = 0; i < made.size(); ++i)
-        QVERIFY2(made.at(i).endsWith(")" + backups.at(i)), qPrintable(made.join(',')));
+    for (const QCheckBox *box : std::as_const(dialog.chkTargets))
+        targets << QDir(AppOptions().UTPath).relativeFilePath(box->text())
+                + (box->isChecked() ? "" : " (unticked)");
+    m_notes << lists.join(',') + " / " + dialog.txtDescr->toPlainText() + " / " + targets.join(',');
+    dialog.chkBackup->setChecked(choice.endsWith('+'));
+    press(dialog, dialog.cmdApply, dialog.CancelButton);
 }
 
-void TestDocumentCommands::quitAndLaunch_data()
+// Restores backup `choice` ("ROW" newest first, or "ROW>FOLDER" into
+// another user.ini) from the two of the "backups" step, noting the user.ini
+// proposed.
+void TestDocumentCommands::restore(dlgRestore &dialog, const QString &choice)
 {
-    QTest::addColumn<QString>("steps"); // what the user did before
-    QTest::addColumn<bool>("dontAsk");
-    QTest::addColumn<QString>("launchAnswer"); // in dlgLaunchUT: yes, cancel, tick-cancel
-    QTest::addColumn<QString>("saveAsName"); // typed in Save As; empty: cancelled
-    QTest::addColumn<bool>("gameRuns");
-    QTest::addColumn<bool>("noGame");
-    QTest::addColumn<QString>("applied"); // BotNames[0] in User.ini; empty: untouched
-    QTest::addColumn<bool>("started");
-
-    QTest::newRow("named, modified") << "new,saveas:Bots,edit" << false << "yes"
-                                     << "" << false << false << "Edited" << true;
-    QTest::newRow("don't ask") << "open:Team.qvn" << true << ""
-                               << "" << false << false << "Teamster" << true;
-    QTest::newRow("ticked, then cancelled") << "open:Team.qvn" << false << "tick-cancel"
-                                            << "" << false << false << "" << false;
-    QTest::newRow("unnamed, saved as") << "new,edit" << false << "yes"
-                                       << "Fresh" << false << false << "Edited" << true;
-    QTest::newRow("unnamed, save cancelled") << "new" << false << "yes"
-                                             << "" << false << false << "" << false;
-    QTest::newRow("game running, declined") << "open:Team.qvn" << true << ""
-                                            << "" << true << false << "" << false;
-    QTest::newRow("no game") << "new,saveas:Bots,edit" << false << ""
-                             << "" << false << true << "" << false;
-    QTest::newRow("nothing open") << "" << false << "yes"
-                                  << "" << false << false << "" << true;
+    QStringList listed;
+    for (int i = 0; i < dialog.lstBackups->topLevelItemCount(); ++i) {
+        const QTreeWidgetItem *item = dialog.lstBackups->topLevelItem(i);
+        listed << QStringList { item->text(0), item->text(1), item->text(2) }.join('|');
+    }
+    QCOMPARE(listed,
+        QStringList({ "2005-03-07 09:05:03|Sixty4|curconfig_bkup_(3-7-2005-9-5-3)_System64.qvn2",
+            "2003-01-02 04:05:06|Oldie, Older|curconfig_bkup_(1-2-2003-4-5-6).qvn2" }));
+    dialog.lstBackups->setCurrentItem(dialog.lstBackups->topLevelItem(choice.left(1).toInt()));
+    m_notes << QDir(AppOptions().UTPath).relativeFilePath(dialog.cmbTargets->currentText())
+            + " proposed";
+    if (choice.contains('>'))
+        dialog.cmbTargets->setCurrentText(m_session->userIni(choice.section('>', 1)));
+    press(dialog, dialog.cmdRestore, dialog.CancelButton);
 }
 
-void TestDocumentCommands::quitAndLaunch()
+// What was opened says so, and starts a fresh history.
+void TestDocumentCommands::handOver(const QString &file)
+{
+    const bool opened = OpenConfigurationFile(m_session->root() + file);
+    const frmBots &f = m_session->form();
+    QCOMPARE(opened, f.lblSaved->text() == "Loaded");
+    QCOMPARE(f.History->count(), 0);
+}
+
+// A list dropped on the window opens once the drop is over, as one from a
+// file manager.
+void TestDocumentCommands::drop(const QStringList &files)
+{
+    QList<QUrl> urls;
+    for (const QString &file : files)
+        urls << QUrl::fromLocalFile(m_session->root() + file);
+    QMimeData data;
+    data.setUrls(urls);
+    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&m_session->form(), &enter);
+    if (enter.isAccepted())
+        m_notes << "accepted";
+    QDropEvent dropped(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&m_session->form(), &dropped);
+    QVERIFY(m_session->prompt.messages().isEmpty());
+    QCoreApplication::processEvents();
+}
+
+// A user's session, steps separated by commas:
+//   new, open, save, saveas, apply, import, restore, launch, exit: File's commands
+//   recent:N: the Nth entry of File's recent configurations, from 0
+//   hand:PATH: PATH (from the test's folder) handed over as a file manager does
+//   drop:PATH[+PATH...]: the files dropped on the window; "accepted" noted when it takes them
+//   edit: the shown bot renamed "Edited"
+//   Yes, No, Cancel: the answer to the next question
+//   >NAME: the next Open or Save As dialog gets NAME (see fill); >! cancels it
+//   ^yes, ^cancel, ^tick: the next Launch dialog's Yes, its Cancel, or its
+//     "don't ask" box ticked and then Cancel
+//   =CHOICE: the next Apply dialog (see apply); %CHOICE: the next Restore dialog (see restore)
+//   #ROW, #cancel: the next Import dialog, where two user.ini files are
+// and the set-up, before the rest: game runs:PROCESS, no game, don't ask,
+// jammed (a folder where Jammed.qvn would go), no lists, backups (one of each
+// user.ini), ini:BOT and ini64:BOT (System's or System64's user.ini, the real
+// one with BOT first), ini:-LINE (without LINE), ini:[SECTION] (only that
+// section), ini: (none).
+void TestDocumentCommands::play(const QString &steps)
+{
+    const QStringList list = steps.split(',', Qt::SkipEmptyParts);
+    DialogScript script;
+    for (const QString &step : list) {
+        const QString rest = step.mid(1);
+        if (step.startsWith('>'))
+            script.then<FileNameDialog>([this, rest](FileNameDialog &d) { fill(d, rest); });
+        else if (step.startsWith('='))
+            script.then<dlgApply>([this, rest](dlgApply &d) { apply(d, rest); });
+        else if (step.startsWith('%'))
+            script.then<dlgRestore>([this, rest](dlgRestore &d) { restore(d, rest); });
+        else if (step.startsWith('#'))
+            script.then<dlgImport>([this, rest](dlgImport &d) {
+                QCOMPARE(d.lstFiles->count(), 2);
+                QCOMPARE(d.lstFiles->item(1)->text(), m_session->userIni("System64"));
+                d.lstFiles->setCurrentRow(1);
+                QVERIFY(d.txtPreview->toPlainText().startsWith("Sixty, Aryss, "));
+                d.lstFiles->setCurrentRow(rest.toInt());
+                (rest == "cancel" ? d.CancelButton : d.cmdImport)->click();
+            });
+        else if (step.startsWith('^'))
+            script.then<dlgLaunchUT>([rest](dlgLaunchUT &d) {
+                if (rest == "tick")
+                    d.chkAutoGoAway->click();
+                (rest == "yes" ? d.cmdYes : d.CancelButton)->click();
+            });
+        else if (QStringList({ "Yes", "No", "Cancel" }).contains(step))
+            m_session->answer(step);
+    }
+    frmBots &f = m_session->form();
+    const QHash<QString, QAction *> commands { { "new", f.mnuFileNew }, { "open", f.mnuFileOpen },
+        { "save", f.mnuFileSave }, { "saveas", f.mnuFileSaveAs }, { "apply", f.mnuFileApply },
+        { "import", f.mnuFileImport }, { "restore", f.mnuFileRestore },
+        { "launch", f.mnuFileQuitLaunch }, { "exit", f.mnuFileExit } };
+    const QString game = AppOptions().UTPath + "System/";
+    for (const QString &step : list) {
+        const QString value = step.section(':', 1);
+        if (commands.contains(step))
+            commands.value(step)->trigger();
+        else if (step == "edit")
+            f.txtName->setText("Edited");
+        else if (step.startsWith("recent:"))
+            f.mnuFileRecent.at(value.toInt())->trigger();
+        else if (step.startsWith("hand:"))
+            handOver(value);
+        else if (step.startsWith("drop:"))
+            drop(value.split('+'));
+        else if (step.startsWith("game runs:"))
+            m_processes << value;
+        else if (step == "don't ask")
+            LaunchWithoutAsking() = true;
+        else if (step == "jammed")
+            QVERIFY(QDir().mkpath(m_session->config("Jammed.qvn")));
+        else if (step == "no game")
+            QVERIFY(QFile::remove(game + "UnrealTournament.exe") && QFile::remove(game + "ut-bin"));
+        else if (step == "no lists")
+            QVERIFY(QFile::remove(m_session->config("Team.qvn"))
+                && QFile::remove(m_session->config("Alpha.qvn"))
+                && QFile::remove(m_session->config("Broken.qvn")));
+        else if (step.startsWith("ini")) {
+            const QString file
+                = m_session->userIni(step.startsWith("ini64") ? "System64" : "System");
+            QByteArray text = value.startsWith('[') ? value.toLatin1() + "\r\nx=1\r\n"
+                                                    : realUserIni(value.toLatin1());
+            if (value.startsWith('-'))
+                text = realUserIni().replace(value.mid(1).toLatin1() + "\r\n", "");
+            QVERIFY(value.isEmpty() ? QFile::remove(file) : writeTestFile(file, text));
+        } else if (step == "backups")
+            QVERIFY(writeTestFile(m_session->config("curconfig_bkup_(1-2-2003-4-5-6).qvn2"),
+                        crlf({ "[Botpack.ChallengeBotInfo]", "BotNames[0]=Oldie",
+                            "BotNames[1]=Older" }))
+                && writeTestFile(m_session->config("curconfig_bkup_(3-7-2005-9-5-3)_System64.qvn2"),
+                    crlf({ "[Botpack.ChallengeBotInfo]", "BotNames[0]=Sixty4" })));
+        if (step == "import" && Roster().Description.startsWith("Imported"))
+            QCOMPARE(f.History->count(), 0);
+        if (step.startsWith("ini") || QStringList({ "no lists", "backups" }).contains(step))
+            m_session->snapshot();
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY2(script.playedOut(), qPrintable(script.seen.join(',')));
+}
+
+// What the session asked ("@" stands for the configuration folder, "~" for
+// the test's), the document (see EditorSession) with the list's description
+// and then what was noted, and the files written.
+void TestDocumentCommands::verify(QStringList messages, QString document, const QString &written)
+{
+    const auto expand = [this](QString text) {
+        return text.replace("@today", QDate::currentDate().toString(Qt::ISODate))
+            .replace("@", m_session->config())
+            .replace("~", m_session->root());
+    };
+    for (QString &message : messages)
+        message = expand(message);
+    compareMessages(m_session->prompt, messages);
+#ifdef Q_OS_WIN
+    const QString game = AppOptions().UTPath + "System\\UnrealTournament.exe";
+#else
+    const QString game = AppOptions().UTPath + "System/ut-bin";
+#endif
+    QStringList shown { m_session->document() };
+    if (isFormLoaded<frmBots>())
+        shown << Roster().Description;
+    shown << m_notes;
+    if (!m_started.isEmpty()) {
+        QCOMPARE(m_started, QStringList { game + " in " + AppOptions().UTPath + "System" });
+        shown << "started";
+    }
+    if (LaunchWithoutAsking())
+        shown << "don't ask";
+    QCOMPARE(shown.join('|'), expand(document));
+    QCOMPARE(m_session->written().join(','), written);
+    if (!isFormLoaded<frmBots>())
+        return;
+    const frmBots &f = m_session->form();
+    const QString name = f.lblCurrentFile->text();
+    QCOMPARE(f.windowTitle(), name.isEmpty() ? ProgramTitle : name + "[*] - " + ProgramTitle);
+    QCOMPARE(f.isWindowModified(), f.lblSaved->text() != "Saved");
+    QCOMPARE(f.cmbBot->isEnabled(), !name.isEmpty());
+    QCOMPARE(f.txtName->text(), Roster().BotNames[0]);
+    QCOMPARE(f.grdBots->item(0, RosterOverview::Name)->text(), Roster().BotNames[0]);
+    // The list last opened or saved is the one shown, in the configuration folder.
+    if (!name.isEmpty() && name != "(Un-Named)")
+        QCOMPARE(ReadRecentFiles().value(0), QFileInfo(m_session->config(name)).absoluteFilePath());
+    // A list shown as saved is what its file holds, byte for byte.
+    if (f.lblSaved->text() == "Saved" && !name.isEmpty()) {
+        BotRoster roster = Roster();
+        QCOMPARE(
+            readTestFile(m_session->config(name)), joinAnsiLines(ConfigurationLines(name, roster)));
+    }
+}
+
+void TestDocumentCommands::sessions_data()
+{
+    QTest::addColumn<QString>("steps"); // see play
+    QTest::addColumn<QStringList>("messages"); // see verify
+    QTest::addColumn<QString>("document");
+    QTest::addColumn<QString>("written"); // see EditorSession, joined with commas
+
+    const QString team = "open,>Team.qvn,edit,"; // a named list, edited
+    const QString onNew = saveQuestion("and then start a new one");
+    const QString onOpen = saveQuestion("and then open a different configuration");
+    const QString onExit = saveQuestion("and quit");
+    const QString overwrite = "File Already Exists|This file exists, do you really want to over "
+                              "write it?";
+    const QString applied = "Apply Configuration...|Completed";
+    const QString bots = "Configs/Bots.qvn=Archon";
+    const QString unnamed = "Modified|(Un-Named)|on|on|";
+    const QString launched = "Configs/curconfig_bkup_(*).qvn2=Archon,UT/System/User.ini=";
+    const auto copy = [](const QString &name) {
+        return "Copy Configuration|~Downloads/" + name
+            + " is not in the configuration folder @.\r\n\r\nCopy it there and open the copy?";
+    };
+    const QString taken = "File Already Exists|The configuration folder already holds a file "
+                          "named Team.qvn.\r\n\r\nReplace it with ~Downloads/Team.qvn?";
+    const auto refused = [](const QString &name) {
+        return QStringList { InvalidConfigNameTitle() + "|" + ConfigNameProblem(name) };
+    };
+    const QString lists = "|Alpha.qvn,Broken.qvn,Team.qvn / The team list  / System/User.ini";
+    const QString restored = "Restore Backup...|Completed";
+    const QString untouched = "Saved||off|off|Archon|";
+    // clang-format off
+    QTest::newRow("as started") << "" << QStringList() << untouched << "";
+    QTest::newRow("new") << "new" << QStringList() << unnamed + "Archon|" << "";
+    QTest::newRow("opened") << "open,>Team.qvn" << QStringList() << "Loaded|Team.qvn|off|off|Teamster|The team list " << "";
+    QTest::newRow("open cancelled") << "open,>!" << QStringList() << untouched << "";
+    QTest::newRow("saved as") << "new,saveas,>Bots" << QStringList() << "Saved|Bots.qvn|off|on|Archon|" << bots;
+    QTest::newRow("save as cancelled") << "new,saveas,>Bots,saveas,>!" << QStringList() << "Modified|Bots.qvn|on|on|Archon|" << bots;
+    QTest::newRow("unnamed save asks a name") << "new,edit,save,>!" << QStringList() << unnamed + "Edited|" << "";
+    QTest::newRow("named save overwrites") << "new,saveas,>Team,Yes,edit,save" << QStringList { overwrite } << "Saved|Team.qvn|off|on|Edited|" << "Configs/Team.qvn=Edited";
+    // Opened, a list stays Loaded through edits.
+    QTest::newRow("loaded stays loaded") << "new,saveas,>Bots,open,>Team.qvn,edit" << QStringList() << "Loaded|Team.qvn|off|on|Edited|The team list " << bots;
+
+    // Yes saves first; a cancelled Save As does not hold the command up.
+    QTest::newRow("new, yes") << team + "Yes,new" << QStringList { onNew } << unnamed + "Archon|The team list " << "Configs/Team.qvn=Edited";
+    QTest::newRow("new, no") << team + "No,new" << QStringList { onNew } << unnamed + "Archon|The team list " << "";
+    QTest::newRow("new, cancel") << team + "Cancel,new" << QStringList { onNew } << "Loaded|Team.qvn|off|off|Edited|The team list " << "";
+    QTest::newRow("unnamed new, yes") << "new,edit,Yes,new,>!" << QStringList { onNew } << unnamed + "Archon|" << "";
+    QTest::newRow("open, yes") << team + "Yes,open,>Alpha.qvn" << QStringList { onOpen } << "Loaded|Alpha.qvn|off|off|Alphonse|The first list " << "Configs/Team.qvn=Edited";
+    QTest::newRow("open, no") << team + "No,open,>Alpha.qvn" << QStringList { onOpen } << "Loaded|Alpha.qvn|off|off|Alphonse|The first list " << "";
+    QTest::newRow("open, cancel") << team + "Cancel,open" << QStringList { onOpen } << "Loaded|Team.qvn|off|off|Edited|The team list " << "";
+    QTest::newRow("exit, yes") << team + "Yes,exit" << QStringList { onExit } << "closed" << "Configs/Team.qvn=Edited,options.ini";
+    QTest::newRow("exit, no") << team + "No,exit" << QStringList { onExit } << "closed" << "options.ini";
+    QTest::newRow("exit, cancel") << team + "Cancel,exit" << QStringList { onExit } << "Loaded|Team.qvn|off|off|Edited|The team list " << "";
+    QTest::newRow("unnamed exit, yes") << "new,edit,Yes,exit,>!" << QStringList { onExit } << "closed" << "options.ini";
+
+    // Refused names and failed writes keep Save As open for another name.
+    QTest::newRow("save as Bots.qvn") << "new,saveas,>Bots.qvn" << QStringList() << "Saved|Bots.qvn|off|on|Archon|" << bots;
+    QTest::newRow("save as Bots.QVN") << "new,saveas,>Bots.QVN" << QStringList() << "Saved|Bots.QVN.qvn|off|on|Archon|" << "Configs/Bots.QVN.qvn=Archon";
+    QTest::newRow("save as nothing") << "new,saveas,>" << QStringList() << "Saved|.qvn|off|on|Archon|" << "Configs/.qvn=Archon";
+    QTest::newRow("overwrite declined") << "new,saveas,>Team,No" << QStringList { overwrite } << unnamed + "Archon|" << "";
+    QTest::newRow("write fails") << "jammed,new,saveas,>Jammed,Yes" << QStringList { overwrite, "Configuration Not Saved|The configuration could not be saved as Jammed.qvn:\r\n*" } << unnamed + "Archon||kept open" << "";
+    QTest::newRow("save as ../Bots") << "new,saveas,>../Bots" << refused("../Bots.qvn") << unnamed + "Archon||kept open" << "";
+    QTest::newRow("save as ..\\System\\User.ini") << "new,saveas,>..\\System\\User.ini" << refused("..\\System\\User.ini.qvn") << unnamed + "Archon||kept open" << "";
+    QTest::newRow("save as Bo|ts") << "new,saveas,>Bo|ts" << refused("Bo|ts.qvn") << unnamed + "Archon||kept open" << "";
+
+    // Names Open refuses leave the dialog open and the list as it was.
+    QTest::newRow("open Team") << "new,edit,No,open,>Team" << QStringList { onOpen } << "Loaded|Team.qvn|on|on|Teamster|The team list " << "";
+    QTest::newRow("open nothing") << "new,edit,No,open,>" << QStringList { onOpen, "Open Configuration|Type the name of a configuration to open, or pick one from the list." } << unnamed + "Edited||kept open" << "";
+    QTest::newRow("open a missing file") << "new,edit,No,open,>Missing.qvn" << QStringList { onOpen, "Open Configuration|Can't find Missing.qvn in the configuration folder @." } << unnamed + "Edited||kept open" << "";
+    QTest::newRow("open outside") << "new,edit,No,open,>../Configs/Team.qvn" << QStringList { onOpen } + refused("../Configs/Team.qvn") << unnamed + "Edited||kept open" << "";
+    QTest::newRow("open a broken file") << "new,edit,No,open,>Broken.qvn" << QStringList { onOpen, "Configuration Not Opened|The configuration Broken.qvn could not be opened; nothing was changed.\r\n*" } << unnamed + "Edited||kept open" << "";
+
+    // From outside the configuration folder a list is copied in, and the copy opened.
+    QTest::newRow("hand over") << "hand:Configs/Team.qvn" << QStringList() << "Loaded|Team.qvn|off|off|Teamster|The team list " << "";
+    QTest::newRow("hand over by another path") << "hand:Configs/../Configs/./Team.qvn" << QStringList() << "Loaded|Team.qvn|off|off|Teamster|The team list " << "";
+    QTest::newRow("hand over, copied") << "Yes,hand:Downloads/Fresh.qvn" << QStringList { copy("Fresh.qvn") } << "Loaded|Fresh.qvn|off|off|Fetched|The first list " << "Configs/Fresh.qvn=Fetched";
+    QTest::newRow("hand over, not copied") << "No,hand:Downloads/Fresh.qvn" << QStringList { copy("Fresh.qvn") } << untouched << "";
+    QTest::newRow("hand over, name taken, replaced") << "Yes,Yes,hand:Downloads/Team.qvn" << QStringList { copy("Team.qvn"), taken } << "Loaded|Team.qvn|off|off|Fetched|The first list " << "Configs/Team.qvn=Fetched";
+    QTest::newRow("hand over, name taken, kept") << "Yes,No,hand:Downloads/Team.qvn" << QStringList { copy("Team.qvn"), taken } << untouched << "";
+    QTest::newRow("hand over, same file there") << "Yes,hand:Downloads/Alpha.qvn" << QStringList { copy("Alpha.qvn") } << "Loaded|Alpha.qvn|off|off|Alphonse|The first list " << "";
+    QTest::newRow("hand over, unsaved list dropped") << "new,edit,No,Yes,hand:Downloads/Fresh.qvn" << QStringList { onOpen, copy("Fresh.qvn") } << "Loaded|Fresh.qvn|on|on|Fetched|The first list " << "Configs/Fresh.qvn=Fetched";
+    QTest::newRow("hand over a missing file") << "hand:Downloads/Missing.qvn" << QStringList { "Configuration Not Opened|The configuration Missing.qvn could not be opened; nothing was changed.\r\n*" } << untouched << "";
+    QTest::newRow("drop") << "Yes,drop:Downloads/Fresh.qvn" << QStringList { copy("Fresh.qvn") } << "Loaded|Fresh.qvn|off|off|Fetched|The first list |accepted" << "Configs/Fresh.qvn=Fetched";
+    QTest::newRow("drop another file") << "drop:UT/System/User.ini" << QStringList() << untouched << "";
+    QTest::newRow("drop two lists") << "drop:Downloads/Fresh.qvn+Downloads/Fresh.qvn" << QStringList() << untouched << "";
+
+    // Quit and Launch saves, applies with a backup, starts the game and quits.
+    QTest::newRow("launch") << "new,saveas,>Bots,edit,launch,^yes" << QStringList { applied } << "closed|started" << "Configs/Bots.qvn=Edited," + launched + "Edited,options.ini";
+    QTest::newRow("launch without asking") << "open,>Team.qvn,don't ask,launch" << QStringList { applied } << "closed|started|don't ask" << "Configs/Team.qvn=Teamster," + launched + "Teamster,options.ini";
+    QTest::newRow("launch ticked, cancelled") << "open,>Team.qvn,launch,^tick" << QStringList() << "Loaded|Team.qvn|off|off|Teamster|The team list |don't ask" << "";
+    QTest::newRow("launch unnamed, saved as") << "new,edit,launch,^yes,>Fresh" << QStringList { applied } << "closed|started" << "Configs/Fresh.qvn=Edited," + launched + "Edited,options.ini";
+    QTest::newRow("launch unnamed, not saved") << "new,launch,^yes,>!" << QStringList() << unnamed + "Archon|" << "";
+    QTest::newRow("launch while the game runs") << "open,>Team.qvn,don't ask,game runs:UnrealTournament.exe,launch" << QStringList { gameRuns("applied", "Apply the configuration anyway?") } << "Saved|Team.qvn|off|off|Teamster|The team list |don't ask" << "Configs/Team.qvn=Teamster";
+    QTest::newRow("launch without the game") << "new,saveas,>Bots,edit,no game,launch" << QStringList { "Unreal Tournament Exe Missing...|Unreal Tournament Executable not found!" } << "Modified|Bots.qvn|on|on|Edited|" << bots;
+    QTest::newRow("launch with nothing open") << "launch,^yes" << QStringList() << "closed|started" << "options.ini";
+
+    // Apply offers the lists, not the backups, and puts the one chosen into each user.ini,
+    // keeping a backup of each list it replaces when asked to.
+    QTest::newRow("apply") << "apply,=Team.qvn" << QStringList { applied } << untouched + lists << "UT/System/User.ini=Teamster";
+    QTest::newRow("apply to two, backed up") << "ini64:Archon,apply,=Team.qvn+" << QStringList { applied } << untouched + lists + ",System64/User.ini"
+        << "Configs/curconfig_bkup_(*).qvn2=Archon,Configs/curconfig_bkup_(*)_System64.qvn2=Archon,UT/System/User.ini=Teamster,UT/System64/User.ini=Teamster";
+    QTest::newRow("apply while the game runs") << "game runs:ut-bin-amd64,apply,=Team.qvn+" << QStringList { gameRuns("applied", "Apply the configuration anyway?") } << untouched + lists + "|kept open" << "";
+    QTest::newRow("nothing to apply") << "no lists,apply,=Team.qvn+" << QStringList { "Missing File|Can't find .  Operation Aborted." } << untouched + "| /  / System/User.ini|kept open" << "";
+
+    // Backups are listed newest first with their bots; the one chosen goes back into the
+    // user.ini it was made of, the list it replaces backed up first.
+    QTest::newRow("restore the newest") << "backups,ini64:Archon,restore,%0" << QStringList { restored } << untouched + "|System64/User.ini proposed" << "Configs/curconfig_bkup_(*)_System64.qvn2=Archon,UT/System64/User.ini=Sixty4";
+    QTest::newRow("restore the oldest") << "backups,ini64:Archon,restore,%1" << QStringList { restored } << untouched + "|System/User.ini proposed" << "Configs/curconfig_bkup_(*).qvn2=Archon,UT/System/User.ini=Oldie";
+    QTest::newRow("restore elsewhere") << "backups,ini64:Archon,restore,%1>System64" << QStringList { restored } << untouched + "|System/User.ini proposed" << "Configs/curconfig_bkup_(*)_System64.qvn2=Archon,UT/System64/User.ini=Oldie";
+    QTest::newRow("restore while the game runs") << "game runs:UnrealTournament.exe,backups,ini64:Archon,restore,%0" << QStringList { gameRuns("restored", "Restore the backup anyway?") } << untouched + "|System64/User.ini proposed|kept open" << "";
+
+    // The game's list becomes an unnamed list, ready for Save As, with a fresh history;
+    // anything that keeps it from being read leaves the editor as it was.
+    const QString imported = "Imported from ~UT/System/User.ini on @today";
+    QTest::newRow("import") << "ini:Gamer,import" << QStringList() << unnamed + "Gamer|" + imported << "";
+    QTest::newRow("import the second of two") << "ini:Gamer,ini64:Sixty,import,#1" << QStringList() << unnamed + "Sixty|Imported from ~UT/System64/User.ini on @today" << "";
+    QTest::newRow("import cancelled") << "ini64:Sixty,import,#cancel" << QStringList() << untouched << "";
+    QTest::newRow("import with a key missing") << "ini:-Difficulty=3,import" << QStringList { "Import from Game|Some values of the bot list in ~UT/System/User.ini were missing or could not be read; the imported list has the default list's values in their place:\r\n\r\nDifficulty: missing" } << unnamed + "Archon|" + imported << "";
+    QTest::newRow("import without a bot list") << "ini:[Engine.Engine],import" << QStringList { "Import from Game|Can't find the [Botpack.ChallengeBotInfo] section in ~UT/System/User.ini.  Nothing was imported." } << untouched << "";
+    QTest::newRow("import without user.ini") << "ini:,import" << QStringList { "Import from Game|Can't find user.ini in the game folder ~UT/.  Nothing was imported." } << untouched << "";
+    QTest::newRow("import over an unsaved list") << "new,edit,import" << QStringList { saveQuestion("and then import the game's list") } << unnamed + "Edited|" << "";
+    // clang-format on
+}
+
+void TestDocumentCommands::sessions()
 {
     QFETCH(QString, steps);
-    QFETCH(bool, dontAsk);
-    QFETCH(QString, launchAnswer);
-    QFETCH(QString, saveAsName);
-    QFETCH(bool, gameRuns);
-    QFETCH(bool, noGame);
-    QFETCH(QString, applied);
-    QFETCH(bool, started);
+    QFETCH(QStringList, messages);
+    QFETCH(QString, document);
+    QFETCH(QString, written);
 
-    for (const QString &step : steps.split(',', Qt::SkipEmptyParts))
-        run(step);
-    const QByteArray userIni = readTestFile(m_gameDir + "System/User.ini");
-    const QByteArray bots = savedBytes("Bots.qvn");
-    if (noGame) {
-        QVERIFY(QFile::remove(m_gameDir + "System/UnrealTournament.exe"));
-        QVERIFY(QFile::remove(m_gameDir + "System/ut-bin"));
-    }
-    if (gameRuns)
-        m_processes << "UnrealTournament.exe";
-    LaunchWithoutAsking() = dontAsk;
-
-    DialogScript script;
-    if (!launchAnswer.isEmpty())
-        script.then<dlgLaunchUT>([&](dlgLaunchUT &d) {
-            QCOMPARE(d.Label1->text(),
-                "Save & Apply current configuration and then launch Unreal Tournament?");
-            if (launchAnswer == "tick-cancel")
-                d.chkAutoGoAway->click();
-            (launchAnswer == "yes" ? d.cmdYes : d.CancelButton)->click();
-        });
-    if (form->lblCurrentFile->text() == "(Un-Named)")
-        script.then<dlgSaveAs>([&](dlgSaveAs &d) {
-            d.txtNewName->setText(saveAsName);
-            (saveAsName.isEmpty() ? d.cmdCancel : d.cmdSave)->click();
-        });
-    const int messagesBefore = int(m_prompt->messages().size());
-    form->mnuFileQuitLaunch->trigger();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-
-    QVERIFY2(script.playedOut(), qPrintable(script.seen.join(',')));
-    const QStringList messages = m_prompt->transcript().mid(messagesBefore);
-#ifdef Q_OS_WIN
-    const QString game = QDir::toNativeSeparators(m_gameDir + "System/UnrealTournament.exe");
-#else
-    const QString game = m_gameDir + "System/ut-bin";
-#endif
-    QCOMPARE(
-        m_started, started ? QStringList { game + " in " + m_gameDir + "System" } : QStringList());
-    QCOMPARE(form.isNull(), started);
-    QCOMPARE(LaunchWithoutAsking(), dontAsk || launchAnswer == "tick-cancel");
-    const QByteArray nowIni = readTestFile(m_gameDir + "System/User.ini");
-    if (applied.isEmpty()) {
-        QCOMPARE(nowIni, userIni);
-    } else {
-        QVERIFY(nowIni.contains("\r\nBotNames[0]=" + applied.toLatin1() + "\r\n"));
-        QCOMPARE(messages.constLast(), "Apply Configuration...|Completed");
-        // The replaced list is kept.
-        QCOMPARE(QDir(m_configDir).entryList({ "curconfig_bkup_*" }).size(), 2);
-    }
-    if (noGame) {
-        QCOMPARE(messages,
-            QStringList {
-                "Unreal Tournament Exe Missing...|Unreal Tournament Executable not found!" });
-        QCOMPARE(savedBytes("Bots.qvn"), bots);
-    }
-    if (gameRuns)
-        QCOMPARE(messages, QStringList { GameRunsQuestion });
+    play(steps);
+    verify(messages, document, written);
 }
 
-void TestDocumentCommands::helpEntries_data()
+// File lists the configurations opened and saved last, newest first, also
+// in the next run; one that has gone is reported and leaves the list.
+void TestDocumentCommands::recentFiles()
 {
-    QTest::addColumn<QString>("entry");
-    QTest::addColumn<QUrl>("opened");
+    QVERIFY(QFile::copy(m_session->config("Team.qvn"), m_session->config("Gone.qvn")));
+    const frmBots &form = m_session->form();
+    const auto entries = [&form] {
+        QStringList texts;
+        for (const QAction *entry : std::as_const(form.mnuFileRecent))
+            texts << entry->text();
+        return texts.join(',');
+    };
+    play("hand:Configs/Gone.qvn,No,hand:Configs/Team.qvn,No,hand:Configs/Alpha.qvn");
+    QVERIFY(QFile::remove(m_session->config("Gone.qvn")));
+    QCOMPARE(entries(), "&1 Alpha.qvn,&2 Team.qvn,&3 Gone.qvn");
+    QCOMPARE(form.mnuFileRecent.at(1)->toolTip(), m_session->config("Team.qvn"));
+    play("No,recent:1");
+    QCOMPARE(entries(), "&1 Team.qvn,&2 Alpha.qvn,&3 Gone.qvn");
+    play("recent:2");
+    QCOMPARE(entries(), "&1 Team.qvn,&2 Alpha.qvn");
+    const QString onOpen = saveQuestion("and then open a different configuration");
+    verify({ onOpen, onOpen, onOpen,
+               "Configuration Not Opened|The configuration Gone.qvn could not be opened; nothing "
+               "was changed.\r\n*" },
+        "Loaded|Team.qvn|off|off|Teamster|The team list ", "");
 
-    QTest::newRow("website") << "mnuHelpWebsite" << QUrl(QUORVANE_WEBSITE_URL);
-    QTest::newRow("support") << "mnuHelpSupportSite" << QUrl(QUORVANE_SUPPORT_URL);
-    QTest::newRow("help") << "mnuHelpHelp" << QUrl::fromLocalFile("@help/index.html");
-    QTest::newRow("partner logo") << "imgPartnerLogo" << QUrl(QUORVANE_PARTNER_URL);
+    unloadForm<frmBots>();
+    QCOMPARE(theForm<frmBots>().mnuFileRecent.size(), 2);
 }
 
+// Help's entries and the partner logo open their pages on the desktop.
 void TestDocumentCommands::helpEntries()
 {
-    QFETCH(QString, entry);
-    QFETCH(QUrl, opened);
-
     OpenedUrls desktop;
     for (const char *scheme : { "https", "http", "file" })
         QDesktopServices::setUrlHandler(scheme, &desktop, "open");
-    if (auto *action = form->findChild<QAction *>(entry))
-        action->trigger();
-    else
-        QTest::mouseDClick(form->findChild<QLabel *>(entry), Qt::LeftButton);
+    frmBots &f = m_session->form();
+    for (QAction *entry : { f.mnuHelpWebsite, f.mnuHelpSupportSite, f.mnuHelpHelp })
+        entry->trigger();
+    QTest::mouseDClick(f.imgPartnerLogo, Qt::LeftButton);
     for (const char *scheme : { "https", "http", "file" })
         QDesktopServices::unsetUrlHandler(scheme);
 
-    if (opened.isLocalFile())
-        opened = QUrl::fromLocalFile(
-            opened.toLocalFile().replace("@", QDir::fromNativeSeparators(ProgramDir())));
-    QCOMPARE(desktop.urls, QList<QUrl> { opened });
+    QCOMPARE(desktop.urls,
+        QList<QUrl>({ QUrl(QUORVANE_WEBSITE_URL), QUrl(QUORVANE_SUPPORT_URL),
+            QUrl::fromLocalFile(QDir::fromNativeSeparators(ProgramDir()) + "help/index.html"),
+            QUrl(QUORVANE_PARTNER_URL) }));
 }
 
 void TestDocumentCommands::aboutShowsTheSplashVersion()
@@ -773,7 +573,7 @@ void TestDocumentCommands::aboutShowsTheSplashVersion()
         version = d.lblVersion->text();
         d.cmdOK->click();
     });
-    form->mnuHelpAbout->trigger();
+    m_session->form().mnuHelpAbout->trigger();
 
     QCOMPARE(script.seen, QStringList { "frmAbout" });
     QVERIFY(!version.isEmpty());

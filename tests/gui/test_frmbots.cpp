@@ -1,33 +1,23 @@
-#include "editorfixture.h"
-#include "samplecatalogue.h"
-#include "scriptedprompt.h"
+#include "editorsession.h"
 
-#include "catalogue/modelcatalogue.h"
+#include "configfiles/configfile.h"
 #include "configfiles/forms/dlgDescr.h"
-#include "configfiles/forms/formregistry.h"
-#include "roster/botroster.h"
-#include "roster/forms/frmBots.h"
-#include "startup/options.h"
-#include "startup/programdirectory.h"
+#include "roster/forms/rosteroverview.h"
 
-#include <QAction>
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
-#include <QDir>
-#include <QLabel>
 #include <QLayout>
-#include <QLineEdit>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QSet>
-#include <QSignalSpy>
 #include <QSlider>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QTimer>
+#include <QUndoStack>
 #include <QtTest/qtestspontaneevent.h>
+
+#include <memory>
 
 namespace {
 
@@ -39,17 +29,7 @@ QString items(const QComboBox *list)
     QStringList texts;
     for (int i = 0; i < list->count(); ++i)
         texts << list->itemText(i);
-    return texts.join(u',');
-}
-
-QStringList entries(const QMenu *menu)
-{
-    QStringList texts;
-    for (const QAction *action : menu->actions()) {
-        if (action->isVisible())
-            texts << (action->isSeparator() ? "-" : action->objectName() + "=" + action->text());
-    }
-    return texts;
+    return list->count() == LargeSkinCount ? "2000 skins" : texts.join(u',');
 }
 
 // What the window shows of the current slot, field after field.
@@ -64,66 +44,120 @@ QString shownSlot(const frmBots &f)
         .join(u'|');
 }
 
-const QStringList EditingControls = { "lblAccuracy", "lblAlertness", "lblBot", "lblCamping",
-    "lblClass", "lblColor", "lblCombatStyle", "lblFace", "lblFavWep", "lblJumpyBehavior", "lblName",
-    "lblSkillAdjust", "lblSkin", "lblStrafing", "lblVoice", "lblSANum", "lblSAValues",
-    "lblNumAccuracy", "lblMaxAccuracy", "lblNumAlertness", "lblMaxAlertness", "lblNumCamping",
-    "lblMaxCamping", "lblNumStrafing", "lblMaxStrafing", "lblDifficulty", "lblBotConfigLine",
-    "cmbBot", "cmbClass", "cmbColor", "cmbCombatStyle", "cmbFace", "cmbFavWep", "cmbSkin",
-    "cmbVoice", "cmbDifficulty", "txtName", "chkJumpy", "chkAdjustSkill", "chkRandomOrder",
-    "hsSkillAdjust", "hsAccuracy", "hsAlertness", "hsStrafing", "hsCamping", "cmdDescr" };
-
-// A close request as the window system sends it (title bar, Alt+F4).
-bool closedByWindowSystem(QWidget *window)
+// A row of the overview as "text|text|...", "!" first for a warning.
+QString overviewRow(const RosterOverview *overview, int slot)
 {
-    QCloseEvent event;
-    QSpontaneKeyEvent::setSpontaneous(&event);
-    qApp->notify(window, &event);
-    return event.isAccepted();
+    QStringList texts;
+    for (int column = 0; column < RosterOverview::ColumnCount; ++column)
+        texts << overview->item(slot, column)->text();
+    if (!overview->item(slot, RosterOverview::Number)->icon().isNull())
+        texts.prepend("!");
+    return texts.join(u'|');
 }
 
-void drag(QSlider *slider, int position)
+// The lines a file of the roster would have now that one of `before` has
+// not: what an edit stored.
+QString changes(BotRoster before)
 {
-    slider->setSliderDown(true);
-    slider->setSliderPosition(position);
-    slider->setSliderDown(false);
+    BotRoster now = Roster();
+    const QStringList was = ConfigurationLines("x", before);
+    const QSet<QString> old(was.begin(), was.end());
+    QStringList lines = ConfigurationLines("x", now);
+    lines.removeIf([&old](const QString &line) { return old.contains(line); });
+    return lines.join(u',');
 }
 
-// One user edit of slot 0 and what it must store.
+// One thing the user does, steps separated by commas: "name:TEXT" (typed),
+// "team:I", "class:I", "skin:I", "face:I", "voice:I", "style:I", "weapon:I",
+// "difficulty:I" (a list's entry), "jumpy", "adjust", "random" (a box
+// clicked), "drag:P" (accuracy, a pixel at a time), "arrow" (accuracy, one
+// step), "descr:TEXT" (the description dialog, showing the list's own,
+// applied; "nodescr:TEXT" cancelled), "slot:N" (a row of the overview), "slots"
+// (every slot in turn, then 30), or an Edit entry: "copy", "paste", "up",
+// "down", "undo".
+void act(frmBots &f, const QString &steps)
+{
+    const QHash<QString, QComboBox *> lists { { "team", f.cmbColor }, { "class", f.cmbClass },
+        { "skin", f.cmbSkin }, { "face", f.cmbFace }, { "voice", f.cmbVoice },
+        { "style", f.cmbCombatStyle }, { "weapon", f.cmbFavWep },
+        { "difficulty", f.cmbDifficulty } };
+    const QHash<QString, QAbstractButton *> boxes { { "jumpy", f.chkJumpy },
+        { "adjust", f.chkAdjustSkill }, { "random", f.chkRandomOrder } };
+    const QHash<QString, QAction *> entries { { "copy", f.mnuEditCopy },
+        { "paste", f.mnuEditPaste }, { "up", f.mnuEditMoveUp }, { "down", f.mnuEditMoveDown },
+        { "undo", f.mnuEditUndo } };
+    for (const QString &step : steps.split(u',', Qt::SkipEmptyParts)) {
+        const QString verb = step.section(':', 0, 0);
+        const QString value = step.section(':', 1);
+        if (verb == "name") {
+            f.txtName->selectAll();
+            QTest::keyClicks(f.txtName, value);
+        } else if (lists.contains(verb)) {
+            lists.value(verb)->setCurrentIndex(value.toInt());
+        } else if (boxes.contains(verb)) {
+            boxes.value(verb)->click();
+        } else if (verb == "drag") {
+            f.hsAccuracy->setSliderDown(true);
+            for (int position = f.hsAccuracy->value(); position <= value.toInt(); ++position)
+                f.hsAccuracy->setSliderPosition(position);
+            f.hsAccuracy->setSliderDown(false);
+        } else if (verb == "arrow") {
+            f.hsAccuracy->triggerAction(QSlider::SliderSingleStepAdd);
+        } else if (verb == "descr" || verb == "nodescr") {
+            QTimer::singleShot(0, &f, [value, apply = verb == "descr"] {
+                dlgDescr &d = theForm<dlgDescr>();
+                QCOMPARE(d.txtDescr->toPlainText(), Roster().Description);
+                d.txtDescr->setPlainText(value);
+                (apply ? d.cmdSave : d.CancelButton)->click();
+            });
+            f.cmdDescr->click();
+        } else if (verb == "slot") {
+            f.grdBots->setCurrentCell(value.toInt(), RosterOverview::Name);
+        } else if (verb == "slots") {
+            for (int slot = 1; slot < BotSlotCount; ++slot)
+                f.cmbBot->setCurrentIndex(slot);
+            f.cmbBot->setCurrentIndex(30);
+        } else {
+            QVERIFY2(entries.contains(verb), qPrintable(step));
+            entries.value(verb)->trigger();
+        }
+    }
+}
+
+// One edit of slot 0 and the lines it stores.
 struct Edit
 {
-    const char *name;
-    void (*apply)(frmBots &);
-    bool (*stored)(const frmBots &, const BotRoster &);
+    const char *step;
+    const char *stored;
 };
 
 // clang-format off
 const Edit Edits[] = {
-    { "name", [](frmBots &f) { f.txtName->setText("Zed"); }, [](const frmBots &, const BotRoster &r) { return r.BotNames[0] == "Zed"; } },
-    { "team", [](frmBots &f) { f.cmbColor->setCurrentIndex(2); }, [](const frmBots &, const BotRoster &r) { return r.BotTeams[0] == 1; } },
+    { "name:Zed", "BotNames[0]=Zed" },
+    { "team:2", "BotTeams[0]=1" },
     // A new class takes the first skin, face and voice it shows.
-    { "class", [](frmBots &f) { f.cmbClass->setCurrentIndex(1); }, [](const frmBots &, const BotRoster &r) {
-        return r.BotClasses[0] == "BotPack.TFemale1Bot" && r.BotSkins[0] == "FCommandoSkins.goth"
-            && r.BotFaces[0] == "FCommandoSkins.Cryss" && r.VoiceType[0] == "BotPack.VoiceFemaleOne"; } },
-    { "skin", [](frmBots &f) { f.cmbSkin->setCurrentIndex(1); }, [](const frmBots &, const BotRoster &r) {
-        return r.BotSkins[0] == "CommandoSkins.daco" && r.BotFaces[0] == "CommandoSkins.Luthor"; } },
+    { "class:1", "BotFaces[0]=FCommandoSkins.Cryss,BotClasses[0]=BotPack.TFemale1Bot,BotSkins[0]=FCommandoSkins.goth,VoiceType[0]=BotPack.VoiceFemaleOne" },
+    { "skin:1", "BotFaces[0]=CommandoSkins.Luthor,BotSkins[0]=CommandoSkins.daco" },
     // The game's form of the face, not the texture's name.
-    { "face", [](frmBots &f) { f.cmbFace->setCurrentIndex(1); }, [](const frmBots &, const BotRoster &r) { return r.BotFaces[0] == "CommandoSkins.Gorn"; } },
-    { "voice", [](frmBots &f) { f.cmbVoice->setCurrentIndex(1); }, [](const frmBots &, const BotRoster &r) { return r.VoiceType[0] == "BotPack.VoiceMaleTwo"; } },
-    { "combat style", [](frmBots &f) { f.cmbCombatStyle->setCurrentIndex(0); }, [](const frmBots &, const BotRoster &r) { return r.CombatStyle[0] == "0.500000"; } },
-    { "weapon", [](frmBots &f) { f.cmbFavWep->setCurrentIndex(4); }, [](const frmBots &, const BotRoster &r) { return r.FavoriteWeapon[0] == "BotPack.UT_FlakCannon"; } },
-    { "difficulty", [](frmBots &f) { f.cmbDifficulty->setCurrentIndex(3); }, [](const frmBots &, const BotRoster &r) { return r.Difficulty == 3; } },
-    { "jumpy", [](frmBots &f) { f.chkJumpy->click(); }, [](const frmBots &, const BotRoster &r) { return r.BotJumpy[0] == 1; } },
-    { "adjust skill", [](frmBots &f) { f.chkAdjustSkill->click(); }, [](const frmBots &, const BotRoster &r) { return r.bAdjustSkill; } },
-    { "random order", [](frmBots &f) { f.chkRandomOrder->click(); }, [](const frmBots &, const BotRoster &r) { return r.bRandomOrder; } },
-    { "slider arrow", [](frmBots &f) { f.hsAccuracy->triggerAction(QSlider::SliderSingleStepAdd); }, [](const frmBots &, const BotRoster &r) { return r.BotAccuracy[0] == 5; } },
-    // The slot keeps a position off the step; the label shows it snapped.
-    { "slider drag", [](frmBots &f) { drag(f.hsAccuracy, 37); }, [](const frmBots &f, const BotRoster &r) { return r.BotAccuracy[0] == 37 && f.lblNumAccuracy->text() == "0.35"; } },
+    { "face:1", "BotFaces[0]=CommandoSkins.Gorn" },
+    { "voice:1", "VoiceType[0]=BotPack.VoiceMaleTwo" },
+    { "style:0", "CombatStyle[0]=0.500000" },
+    { "weapon:4", "FavoriteWeapon[0]=BotPack.UT_FlakCannon" },
+    { "difficulty:3", "Difficulty=3" },
+    { "jumpy", "BotJumpy[0]=1" },
+    { "adjust", "bAdjustSkill=True" },
+    { "random", "bRandomOrder=True" },
+    { "arrow", "BotAccuracy[0]=0.050000" },
+    { "drag:37", "BotAccuracy[0]=0.350000" },
+    // Showing every slot stores back exactly what each held.
+    { "slots", "" },
 };
 // clang-format on
 
 } // namespace
 
+// The main window: its state as start-up leaves it, each edit of a slot and
+// of the list, the overview of all bots beside it, and the Edit menu.
 class TestFrmBots : public QObject
 {
     Q_OBJECT
@@ -131,117 +165,104 @@ class TestFrmBots : public QObject
 private slots:
     void initTestCase();
     void init();
-    void cleanup();
+    void cleanupTestCase();
 
-    void preparedWhileHiddenThenEnabled();
+    void asStarted();
     void menuBar();
     void layout_data();
     void layout();
-    void slotDisplay_data();
-    void slotDisplay();
-    void switchingSlots_data();
-    void switchingSlots();
     void edits_data();
     void edits();
-    void gates_data();
-    void gates();
     void classChoice_data();
     void classChoice();
-    void description_data();
-    void description();
-    void largeClassSwitchesQuickly();
+    void overview_data();
+    void overview();
+    void editMenu_data();
+    void editMenu();
+    void shortcuts();
 
 private:
-    void openForEditing();
+    // The window as File, New leaves it.
+    frmBots &renewed();
 
-    QTemporaryDir m_programDir;
-    ScriptedPrompt *m_prompt = nullptr;
-    frmBots *form = nullptr;
+    std::unique_ptr<EditorSession> m_session;
 };
 
 void TestFrmBots::initTestCase()
 {
-    QVERIFY(m_programDir.isValid());
-    setProgramDir(m_programDir.path() + "/");
-    Catalogue() = SampleCatalogue(LargeSkinCount);
+    m_session = std::make_unique<EditorSession>(LargeSkinCount);
 }
 
 void TestFrmBots::init()
 {
-    m_prompt = new ScriptedPrompt;
-    Roster() = BotRoster();
-    form = new frmBots;
-    prepareLikeStartup(*form);
+    m_session->restart();
 }
 
-void TestFrmBots::cleanup()
+void TestFrmBots::cleanupTestCase()
 {
-    delete form;
-    delete m_prompt;
+    m_session.reset();
 }
 
-// The window shown with its controls enabled and slot 0 in view, saved.
-void TestFrmBots::openForEditing()
+frmBots &TestFrmBots::renewed()
 {
-    form->show();
-    form->EnableAll(true);
-    form->PositionSlot();
-    form->OtherData(0);
-    form->SavedFunc(true);
+    m_session->form().mnuFileNew->trigger();
+    return m_session->form();
 }
 
-void TestFrmBots::preparedWhileHiddenThenEnabled()
+void TestFrmBots::asStarted()
 {
+    frmBots &form = m_session->form();
     BotRoster defaults;
     SetDefaults(defaults);
     QCOMPARE(Roster(), defaults);
-    QCOMPARE(shownSlot(*form),
-        "Archon|None|Male Commando|Commando|Blake|(None Choosen)|Normal|-3|0.0|0.0|0.0|0.0|calm");
-    QCOMPARE(form->cmbBot->count(), 32);
-    QCOMPARE(form->cmbBot->itemText(31), "Bot 31");
+    QCOMPARE(form.cmbBot->count(), 32);
+    QCOMPARE(form.cmbBot->itemText(31), "Bot 31");
+    QVERIFY(!form.lblSaved->isEnabled());
 
-    QVERIFY(form->IsSaved());
-    QVERIFY(!form->imgNotSaved->isHidden());
-    QCOMPARE(form->lblSaved->text(), "Saved");
-    QVERIFY(!form->lblSaved->isEnabled());
-    QCOMPARE(form->lblCurrentFile->text(), QString());
-    QVERIFY(!form->mnuFileSave->isEnabled() && !form->mnuFileSaveAs->isEnabled());
-    for (const QString &name : EditingControls)
-        QVERIFY2(!form->findChild<QWidget *>(name)->isEnabled(), qPrintable(name));
-
-    form->EnableAll(true);
-    for (const QString &name : EditingControls) {
-        const QWidget *control = form->findChild<QWidget *>(name);
-        QVERIFY2(control->isEnabled(), qPrintable(name));
-        QVERIFY2(control->font().family() == "Arial", qPrintable(name));
-    }
-    QVERIFY(!form->lblSaved->isEnabled());
+    // Nothing to edit before New or Open.
+    const auto editable = [&form](bool enabled) {
+        QStringList wrong;
+        for (QWidget *control : form.centralWidget()->findChildren<QWidget *>()) {
+            if ((control->focusPolicy() & Qt::TabFocus) && control->isEnabled() != enabled)
+                wrong << control->objectName();
+        }
+        return wrong.join(',');
+    };
+    QCOMPARE(editable(false), "");
+    QVERIFY(!form.grdBots->isEnabled() && !form.mnuEditCopy->isEnabled());
+    form.EnableAll(true);
+    QCOMPARE(editable(true), "");
+    QVERIFY(!form.lblSaved->isEnabled());
 
     // Only File, Exit ends the program, after offering to save.
-    form->show();
-    QVERIFY(!form->windowFlags().testFlag(Qt::WindowCloseButtonHint));
-    QVERIFY(!closedByWindowSystem(form));
-    QVERIFY(form->isVisible());
+    QVERIFY(!form.windowFlags().testFlag(Qt::WindowCloseButtonHint));
+    QCloseEvent close;
+    QSpontaneKeyEvent::setSpontaneous(&close);
+    qApp->notify(&form, &close);
+    QVERIFY(!close.isAccepted() && form.isVisible());
 }
 
 void TestFrmBots::menuBar()
 {
-    QCOMPARE(form->windowTitle(), "Quorvane for Unreal Tournament");
-    QCOMPARE(form->mnuFile->title(), "&File");
-    QCOMPARE(entries(form->mnuFile),
-        QStringList({ "mnuFileNew=&New", "-", "mnuFileOpen=&Open", "-", "mnuFileApply=Apply Config",
-            "mnuFileImport=&Import from Game...", "mnuFileRestore=&Restore Backup...", "-",
-            "mnuFileOptions=Options", "-", "mnuFileSave=&Save", "mnuFileSaveAs=Save As", "-",
-            "mnuFileQuitLaunch=&Quit and Launch UT w/Current Config", "-", "mnuFileExit=E&xit" }));
-    QCOMPARE(form->mnuEdit->title(), "&Edit");
-    QCOMPARE(entries(form->mnuEdit),
-        QStringList({ "mnuEditUndo=&Undo", "mnuEditRedo=&Redo", "-", "mnuEditCopy=&Copy Bot",
-            "mnuEditPaste=&Paste Bot", "-", "mnuEditMoveUp=Move &Up",
-            "mnuEditMoveDown=Move &Down" }));
-    QCOMPARE(form->mnuHelp->title(), "&Help");
-    QCOMPARE(entries(form->mnuHelp),
-        QStringList({ "mnuHelpWebsite=Website", "mnuHelpSupportSite=Support Site",
-            "mnuHelpHelp=&Help", "-", "mnuHelpAbout=About..." }));
+    QStringList entries;
+    for (const QAction *title : m_session->form().menuBar()->actions()) {
+        const QMenu *menu = title->menu();
+        entries << menu->objectName() + "=" + menu->title();
+        for (const QAction *action : menu->actions()) {
+            if (action->isVisible())
+                entries << (action->isSeparator() ? "-"
+                                                  : action->objectName() + "=" + action->text());
+        }
+    }
+    QCOMPARE(entries.join(u','),
+        "mnuFile=&File,mnuFileNew=&New,-,mnuFileOpen=&Open,-,mnuFileApply=Apply Config,"
+        "mnuFileImport=&Import from Game...,mnuFileRestore=&Restore Backup...,-,"
+        "mnuFileOptions=Options,-,mnuFileSave=&Save,mnuFileSaveAs=Save As,-,"
+        "mnuFileQuitLaunch=&Quit and Launch UT w/Current Config,-,mnuFileExit=E&xit,"
+        "mnuEdit=&Edit,mnuEditUndo=&Undo,mnuEditRedo=&Redo,-,mnuEditCopy=&Copy Bot,"
+        "mnuEditPaste=&Paste Bot,-,mnuEditMoveUp=Move &Up,mnuEditMoveDown=Move &Down,"
+        "mnuHelp=&Help,mnuHelpWebsite=Website,mnuHelpSupportSite=Support Site,"
+        "mnuHelpHelp=&Help,-,mnuHelpAbout=About...");
 }
 
 void TestFrmBots::layout_data()
@@ -257,274 +278,313 @@ void TestFrmBots::layout()
 {
     QFETCH(QSize, growth);
 
-    form->show();
-    QVERIFY(QTest::qWaitForWindowExposed(form));
-    const auto top = [this](const QWidget *w) { return w->mapTo(form, QPoint()).y(); };
-    const int fieldsToFile = top(form->lblCurrentFile) - top(form->chkJumpy);
-    form->resize(form->size() + growth);
-    form->centralWidget()->layout()->activate();
+    frmBots &form = m_session->form();
+    QVERIFY(QTest::qWaitForWindowExposed(&form));
+    const auto at = [&form](const QWidget *w, int x = 0) { return w->mapTo(&form, QPoint(x, 0)); };
+    const int fieldsToFile = at(form.lblCurrentFile).y() - at(form.chkJumpy).y();
+    form.resize(form.size() + growth);
+    form.centralWidget()->layout()->activate();
 
-    QCOMPARE(top(form->lblCurrentFile) - top(form->chkJumpy), fieldsToFile);
-    QCOMPARE(top(form->cmdDescr), top(form->cmbDifficulty));
-    QCOMPARE(top(form->lblSaved), top(form->lblCurrentFile));
+    QCOMPARE(at(form.lblCurrentFile).y() - at(form.chkJumpy).y(), fieldsToFile);
+    QCOMPARE(at(form.cmdDescr).y(), at(form.cmbDifficulty).y());
+    QCOMPARE(at(form.lblSaved).y(), at(form.lblCurrentFile).y());
     QSet<int> captionEnds;
     for (const QLabel *caption :
-        { form->lblBot, form->lblJumpyBehavior, form->lblDifficulty, form->lblConfig })
-        captionEnds.insert(caption->mapTo(form, QPoint(caption->width(), 0)).x());
+        { form.lblBot, form.lblJumpyBehavior, form.lblDifficulty, form.lblConfig })
+        captionEnds.insert(at(caption, caption->width()).x());
     QCOMPARE(captionEnds.size(), 1);
-    const int margin = form->centralWidget()->layout()->contentsMargins().right();
-    QVERIFY(form->cmdDescr->mapTo(form, QPoint(form->cmdDescr->width(), 0)).x()
-        <= form->width() - margin);
-    QVERIFY(form->cmdDescr->width() >= form->cmdDescr->sizeHint().width());
-}
-
-void TestFrmBots::slotDisplay_data()
-{
-    QTest::addColumn<int>("slot");
-    QTest::addColumn<QString>("shown");
-    // clang-format off
-    QTest::newRow("standard bot") << 0 << "Archon|None|Male Commando|Commando|Blake|(None Choosen)|Normal|-3|0.0|0.0|0.0|0.0|calm";
-    // Dessloch has a voice his model is not offered: none is selected.
-    QTest::newRow("second skin") << 3 << "Dessloch|Blue|Male Commando|Desert|Luthor||Normal|-3|0.0|0.0|0.0|0.0|calm";
-    QTest::newRow("voice in small letters") << 4 << "Cryss|None|Female Commando|Goth|Cryss|Female One|Normal|-3|0.0|0.0|0.0|0.0|calm";
-    QTest::newRow("model not installed") << 18 << "Tamerlane|None|Male Commando|Commando|Blake|(None Choosen)|Cautious|-3|0.0|-0.30|1.0|0.0|calm";
-    QTest::newRow("skin and face not installed") << 31 << "Kragoth|Gold|Female Commando|Goth|Cryss|(None Choosen)|Normal|-3|0.0|0.0|0.0|0.0|jumpy";
-    // clang-format on
-}
-
-void TestFrmBots::slotDisplay()
-{
-    QFETCH(int, slot);
-    QFETCH(QString, shown);
-
-    Roster().VoiceType[3] = "BotPack.VoiceFemaleOne";
-    Roster().VoiceType[4] = "botpack.voicefemaleone";
-    openForEditing();
-    const BotRoster before = Roster();
-
-    form->cmbBot->setCurrentIndex(slot);
-
-    QCOMPARE(shownSlot(*form), shown);
-    // Showing a slot stores nothing new, not even for a model that is missing.
-    QCOMPARE(Roster(), before);
-}
-
-void TestFrmBots::switchingSlots_data()
-{
-    QTest::addColumn<bool>("loaded");
-    QTest::addColumn<bool>("opening");
-    QTest::addColumn<QString>("after");
-    QTest::newRow("saved") << false << false << "Modified";
-    QTest::newRow("loaded") << true << false << "Loaded";
-    QTest::newRow("while opening") << false << true << "Saved";
-}
-
-void TestFrmBots::switchingSlots()
-{
-    QFETCH(bool, loaded);
-    QFETCH(bool, opening);
-    QFETCH(QString, after);
-
-    openForEditing();
-    if (loaded)
-        form->LoadedFunc();
-    form->bLoadingConfig = opening;
-    const BotRoster before = Roster();
-
-    for (int slot = 1; slot < BotSlotCount; ++slot)
-        form->cmbBot->setCurrentIndex(slot);
-    form->cmbBot->setCurrentIndex(30);
-
-    QCOMPARE(form->lblSaved->text(), after);
-    QVERIFY(!form->bRefreshing);
-    // Every slot shown stored back exactly what it held: two jumpy bots in a
-    // row stay jumpy.
-    QCOMPARE(Roster(), before);
-    QVERIFY(form->chkJumpy->isChecked());
+    const int margin = form.centralWidget()->layout()->contentsMargins().right();
+    QVERIFY(at(form.cmdDescr, form.cmdDescr->width()).x() <= form.width() - margin);
+    QVERIFY(form.cmdDescr->width() >= form.cmdDescr->sizeHint().width());
 }
 
 void TestFrmBots::edits_data()
 {
-    QTest::addColumn<int>("edit");
-    QTest::addColumn<QString>("state");
-    QTest::addColumn<bool>("opening");
-    QTest::addColumn<QString>("after");
+    QTest::addColumn<QString>("step");
+    QTest::addColumn<QString>("context"); // the document's state, or a gate that holds edits
+    QTest::addColumn<QString>("stored");
+    QTest::addColumn<QString>("after"); // the document's state
 
-    for (int i = 0; i < int(std::size(Edits)); ++i) {
-        // Only a drag turns a loaded document into a modified one.
-        const bool drags = QByteArray(Edits[i].name) == "slider drag";
-        QTest::addRow("%s, saved", Edits[i].name) << i << "Saved" << false << "Modified";
-        QTest::addRow("%s, modified", Edits[i].name) << i << "Modified" << false << "Modified";
-        QTest::addRow("%s, loaded", Edits[i].name)
-            << i << "Loaded" << false << (drags ? "Modified" : "Loaded");
-        QTest::addRow("%s, opening", Edits[i].name) << i << "Saved" << true << "Saved";
+    for (const Edit &edit : Edits) {
+        const QString step = edit.step;
+        const bool box = QStringList({ "jumpy", "adjust", "random" }).contains(step);
+        const bool list = QRegularExpression("^(class|skin|face|voice):").match(step).hasMatch();
+        QTest::addRow("%s, saved", edit.step) << step << "Saved" << edit.stored << "Modified";
+        // Only a drag turns a loaded list into a modified one.
+        QTest::addRow("%s, loaded", edit.step)
+            << step << "Loaded" << edit.stored << (step.startsWith("drag") ? "Modified" : "Loaded");
+        QTest::addRow("%s, opening", edit.step) << step << "opening" << edit.stored << "Saved";
+        // The window fills itself while hidden; only the check boxes store then.
+        QTest::addRow("%s, hidden", edit.step)
+            << step << "hidden" << (box ? edit.stored : "") << (box ? "Modified" : "Saved");
+        // While it positions its lists, they store nothing.
+        QTest::addRow("%s, refreshing", edit.step)
+            << step << "refreshing" << (list ? "" : edit.stored) << (list ? "Saved" : "Modified");
     }
+    // The description changes only when applied with another.
+    // clang-format off
+    QTest::newRow("description") << "descr:Team games" << "Saved" << "* Team games" << "Modified";
+    QTest::newRow("description unchanged") << "descr:Old text" << "Saved" << "" << "Saved";
+    QTest::newRow("description cancelled") << "nodescr:Team games" << "Saved" << "" << "Saved";
+    // clang-format on
 }
 
 void TestFrmBots::edits()
 {
-    QFETCH(int, edit);
-    QFETCH(QString, state);
-    QFETCH(bool, opening);
+    QFETCH(QString, step);
+    QFETCH(QString, context);
+    QFETCH(QString, stored);
     QFETCH(QString, after);
 
-    openForEditing();
-    if (state == "Loaded")
-        form->LoadedFunc();
+    Roster().Description = "Old text";
+    frmBots &form = m_session->form();
+    form.EnableAll(true);
+    if (context == "hidden")
+        form.hide();
     else
-        form->SavedFunc(state == "Saved");
-    const bool saveEnabled = form->mnuFileSave->isEnabled();
-    form->bLoadingConfig = opening;
-
-    Edits[edit].apply(*form);
-
-    QVERIFY(Edits[edit].stored(*form, Roster()));
-    QCOMPARE(form->lblSaved->text(), after);
-    QCOMPARE(form->IsSaved(), after == "Saved");
-    QCOMPARE(form->imgNotSaved->isHidden(), after == "Saved");
-    QCOMPARE(form->mnuFileSave->isEnabled(), after == "Loaded" ? saveEnabled : after == "Modified");
-}
-
-void TestFrmBots::gates_data()
-{
-    QTest::addColumn<int>("edit");
-    QTest::addColumn<bool>("hidden");
-    QTest::addColumn<bool>("held");
-
-    const QByteArrayList checkBoxes = { "jumpy", "adjust skill", "random order" };
-    const QByteArrayList lists = { "class", "skin", "face", "voice" };
-    for (int i = 0; i < int(std::size(Edits)); ++i) {
-        // The window fills itself while hidden; only the check boxes store then.
-        QTest::addRow("%s, hidden", Edits[i].name)
-            << i << true << !checkBoxes.contains(Edits[i].name);
-        QTest::addRow("%s, refreshing", Edits[i].name)
-            << i << false << lists.contains(Edits[i].name);
-    }
-}
-
-void TestFrmBots::gates()
-{
-    QFETCH(int, edit);
-    QFETCH(bool, hidden);
-    QFETCH(bool, held);
-
-    if (hidden)
-        form->EnableAll(true);
-    else
-        openForEditing();
-    form->bRefreshing = !hidden;
+        form.PositionSlot(), form.OtherData(0), form.SavedFunc(true);
+    if (context == "Loaded")
+        form.LoadedFunc();
+    form.bLoadingConfig = context == "opening";
+    form.bRefreshing = context == "refreshing";
     const BotRoster before = Roster();
 
-    Edits[edit].apply(*form);
+    act(form, step);
 
-    if (held)
-        QCOMPARE(Roster(), before);
-    else
-        QVERIFY(Edits[edit].stored(*form, Roster()));
-    QCOMPARE(form->IsSaved(), held);
+    QCOMPARE(changes(before), stored);
+    QCOMPARE(form.lblSaved->text(), after);
+    // The slot keeps a position off the step; the label shows it snapped.
+    if (step.startsWith("drag") && !stored.isEmpty())
+        QVERIFY(Roster().BotAccuracy[0] == 37 && form.lblNumAccuracy->text() == "0.35");
 }
 
 void TestFrmBots::classChoice_data()
 {
     QTest::addColumn<int>("classIndex");
     QTest::addColumn<QString>("lists"); // skins / faces / voices
-    QTest::addColumn<QString>("stored"); // class, skin, face, voice
+    QTest::addColumn<QString>("stored");
     // clang-format off
-    QTest::newRow("standard") << 1 << "Goth / Cryss,Visse / Female One,Female Two,(None Choosen)" << "BotPack.TFemale1Bot,FCommandoSkins.goth,FCommandoSkins.Cryss,BotPack.VoiceFemaleOne";
-    QTest::newRow("boss") << 2 << "Boss / Xan / Boss Voice,(None Choosen)" << "BotPack.TBoss,BossSkins.boss,BossSkins.Xan,BotPack.VoiceBoss";
-    QTest::newRow("add-on without skins") << 3 << "(NONE) / (NONE) / Male One,Male Two,Male One,Male Two,(None Choosen)" << "MyMods.Robot,,,BotPack.VoiceMaleOne";
-    QTest::newRow("add-on, female") << LargeClass << "2000 skins / Ace / Female One,Female Two,(None Choosen)" << "MyMods.Warrior,WarSkins.w0000,WarSkins.Ace,BotPack.VoiceFemaleOne";
+    QTest::newRow("standard") << 1 << "Goth / Cryss,Visse / Female One,Female Two,(None Choosen)" << "BotFaces[0]=FCommandoSkins.Cryss,BotClasses[0]=BotPack.TFemale1Bot,BotSkins[0]=FCommandoSkins.goth,VoiceType[0]=BotPack.VoiceFemaleOne";
+    QTest::newRow("boss") << 2 << "Boss / Xan / Boss Voice,(None Choosen)" << "BotFaces[0]=BossSkins.Xan,BotClasses[0]=BotPack.TBoss,BotSkins[0]=BossSkins.boss,VoiceType[0]=BotPack.VoiceBoss";
+    QTest::newRow("add-on without skins") << 3 << "(NONE) / (NONE) / Male One,Male Two,Male One,Male Two,(None Choosen)" << "BotFaces[0]=,BotClasses[0]=MyMods.Robot,BotSkins[0]=,VoiceType[0]=BotPack.VoiceMaleOne";
+    QTest::newRow("add-on, female") << LargeClass << "2000 skins / Ace / Female One,Female Two,(None Choosen)" << "BotFaces[0]=WarSkins.Ace,BotClasses[0]=MyMods.Warrior,BotSkins[0]=WarSkins.w0000,VoiceType[0]=BotPack.VoiceFemaleOne";
     // clang-format on
 }
 
+// A class offers its own skins, faces and voices, takes the first of each,
+// and finds them again when its slot is shown anew.
 void TestFrmBots::classChoice()
 {
     QFETCH(int, classIndex);
     QFETCH(QString, lists);
     QFETCH(QString, stored);
 
-    openForEditing();
-    form->cmbClass->setCurrentIndex(classIndex);
+    frmBots &form = renewed();
+    const BotRoster before = Roster();
+    form.cmbClass->setCurrentIndex(classIndex);
 
-    const QString skins
-        = form->cmbSkin->count() == LargeSkinCount ? "2000 skins" : items(form->cmbSkin);
     QCOMPARE(
-        QStringList({ skins, items(form->cmbFace), items(form->cmbVoice) }).join(" / "), lists);
-    const BotRoster &r = Roster();
+        QStringList({ items(form.cmbSkin), items(form.cmbFace), items(form.cmbVoice) }).join(" / "),
+        lists);
+    QCOMPARE(changes(before), stored);
+    act(form, "slot:1,slot:0");
+    QCOMPARE(form.cmbClass->currentIndex(), classIndex);
     QCOMPARE(
-        QStringList({ r.BotClasses[0], r.BotSkins[0], r.BotFaces[0], r.VoiceType[0] }).join(u','),
-        stored);
-
-    // Shown again, the slot finds its choices in the rebuilt lists.
-    form->cmbBot->setCurrentIndex(1);
-    form->cmbBot->setCurrentIndex(0);
-    QCOMPARE(form->cmbClass->currentIndex(), classIndex);
-    QCOMPARE(form->cmbSkin->currentIndex(), 0);
-    QCOMPARE(form->cmbFace->currentIndex(), 0);
-    QCOMPARE(form->cmbVoice->currentIndex(), 0);
+        form.cmbSkin->currentIndex() + form.cmbFace->currentIndex() + form.cmbVoice->currentIndex(),
+        0);
 }
 
-void TestFrmBots::description_data()
+void TestFrmBots::overview_data()
 {
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<bool>("apply");
-    QTest::addColumn<QString>("description");
-    QTest::addColumn<QString>("after");
-    QTest::newRow("applied") << "Team games" << true << "Team games"
-                             << "Modified";
-    QTest::newRow("applied unchanged") << "Old text" << true << "Old text"
-                                       << "Saved";
-    QTest::newRow("cancelled") << "Team games" << false << "Old text"
-                               << "Saved";
+    QTest::addColumn<QString>("steps"); // see act
+    QTest::addColumn<QString>("editor"); // what the editor shows of the current slot
+    QTest::addColumn<QString>("row"); // and the overview
+    QTest::addColumn<QString>("problems");
+
+    // clang-format off
+    QTest::newRow("standard bot") << "slot:0" << "Archon|None|Male Commando|Commando|Blake|(None Choosen)|Normal|-3|0.0|0.0|0.0|0.0|calm"
+        << "0|Archon|None|Male Commando|Commando|Blake|(None Choosen)|-3|(No Favorite)" << "";
+    // Dessloch has a voice his model is not offered: none is selected.
+    QTest::newRow("second skin") << "slot:3" << "Dessloch|Blue|Male Commando|Desert|Luthor||Normal|-3|0.0|0.0|0.0|0.0|calm"
+        << "3|Dessloch|Blue|Male Commando|Desert|Luthor|Female One|-3|(No Favorite)" << "";
+    QTest::newRow("voice in small letters") << "slot:4" << "Cryss|None|Female Commando|Goth|Cryss|Female One|Normal|-3|0.0|0.0|0.0|0.0|calm"
+        << "4|Cryss|None|Female Commando|Goth|Cryss|Female One|-3|(No Favorite)" << "";
+    QTest::newRow("model not installed") << "slot:18" << "Tamerlane|None|Male Commando|Commando|Blake|(None Choosen)|Cautious|-3|0.0|-0.30|1.0|0.0|calm"
+        << "!|18|Tamerlane|None|BotPack.TMale2Bot|SoldierSkins.blkt|SoldierSkins.Riker|(None Choosen)|-3|Botpack.SniperRifle"
+        << "Class \"BotPack.TMale2Bot\" is not installed\nSkin \"SoldierSkins.blkt\" is not installed\nFace \"SoldierSkins.Riker\" is not installed";
+    QTest::newRow("skin and face not installed") << "slot:31" << "Kragoth|Gold|Female Commando|Goth|Cryss|(None Choosen)|Normal|-3|0.0|0.0|0.0|0.0|jumpy"
+        << "!|31|Kragoth|Gold|Female Commando|FCommandoSkins.daco|FCommandoSkins.Jayce|(None Choosen)|-3|(No Favorite)" << "Skin \"FCommandoSkins.daco\" is not installed\nFace \"FCommandoSkins.Jayce\" is not installed";
+    // A class of many skins finds each slot's, whether its list is kept or built anew.
+    QTest::newRow("large class") << "slot:5,slot:6,slot:7" << "Rhea|Gold|Female Warrior|Warrior 1997|Ace|(None Choosen)|Normal|-3|0.0|0.0|0.0|0.0|calm" << "!|7|Rhea|Gold|Female Warrior|Warrior 1997|SGirlSkins.Cilia|(None Choosen)|-3|(No Favorite)" << "Face \"SGirlSkins.Cilia\" is not installed";
+    QTest::newRow("large class again") << "slot:5,slot:6,slot:7,slot:0,slot:6" << "Drimacus|None|Female Warrior|Warrior 1996|Ace|(None Choosen)|Normal|-3|0.0|0.0|0.0|0.0|calm" << "!|6|Drimacus|None|Female Warrior|Warrior 1996|SoldierSkins.Kregore|(None Choosen)|-3|(No Favorite)" << "Face \"SoldierSkins.Kregore\" is not installed";
+    // An edit shows in its row at once, the warning going when the slot is fixed.
+    QTest::newRow("fixed in the editor") << "slot:31,name:Krag,class:2" << "Krag|Gold|Boss|Boss|Xan|Boss Voice|Normal|-3|0.0|0.0|0.0|0.0|jumpy"
+        << "31|Krag|Gold|Boss|Boss|Xan|Boss Voice|-3|(No Favorite)" << "";
+    // clang-format on
 }
 
-void TestFrmBots::description()
+// Choosing a row shows its bot in the editor and the other way round;
+// showing a slot stores nothing new, not even for a model that is missing.
+void TestFrmBots::overview()
 {
-    QFETCH(QString, typed);
-    QFETCH(bool, apply);
-    QFETCH(QString, description);
-    QFETCH(QString, after);
+    QFETCH(QString, steps);
+    QFETCH(QString, editor);
+    QFETCH(QString, row);
+    QFETCH(QString, problems);
 
-    Roster().Description = "Old text";
-    openForEditing();
-    QString shownAtStart;
-    QTimer::singleShot(0, form, [&] {
-        dlgDescr &dialog = theForm<dlgDescr>();
-        shownAtStart = dialog.txtDescr->toPlainText();
-        dialog.txtDescr->setPlainText(typed);
-        (apply ? dialog.cmdSave : dialog.CancelButton)->click();
-    });
-    form->cmdDescr->click();
-
-    QCOMPARE(shownAtStart, "Old text");
-    QCOMPARE(Roster().Description, description);
-    QCOMPARE(form->lblSaved->text(), after);
-}
-
-void TestFrmBots::largeClassSwitchesQuickly()
-{
+    frmBots &form = renewed();
+    Roster().VoiceType[3] = "BotPack.VoiceFemaleOne";
+    Roster().VoiceType[4] = "botpack.voicefemaleone";
     for (int slot : { 5, 6, 7 }) {
         Roster().BotClasses[slot] = "MyMods.Warrior";
         Roster().BotSkins[slot] = QString("WarSkins.w%1").arg(1990 + slot);
     }
-    openForEditing();
-    form->cmbBot->setCurrentIndex(5);
-    QCOMPARE(form->cmbSkin->currentText(), "Warrior 1995");
+    form.ResetHistory();
+    const BotRoster before = Roster();
+    act(form, steps);
 
-    // Slots of the same class keep the skin list as it is.
-    QSignalSpy rebuilt(form->cmbSkin->model(), &QAbstractItemModel::rowsInserted);
-    form->cmbBot->setCurrentIndex(6);
-    form->cmbBot->setCurrentIndex(7);
-    QCOMPARE(rebuilt.count(), 0);
-    QCOMPARE(form->cmbSkin->currentText(), "Warrior 1997");
+    const int slot = form.grdBots->currentRow();
+    QCOMPARE(form.CurrentSlot(), slot);
+    QCOMPARE(shownSlot(form), editor);
+    QCOMPARE(overviewRow(form.grdBots, slot), row);
+    QCOMPARE(form.grdBots->item(slot, RosterOverview::Skin)->toolTip(), problems);
+    QCOMPARE(changes(before).isEmpty(), !steps.contains("name:"));
+    form.cmbBot->setCurrentIndex(3);
+    QCOMPARE(form.grdBots->currentRow(), 3);
+    // A drag shows while it goes on.
+    form.hsSkillAdjust->setSliderDown(true);
+    form.hsSkillAdjust->setSliderPosition(5);
+    QCOMPARE(form.grdBots->item(3, RosterOverview::Skill)->text(), "2");
+}
 
-    // Alternating with another class rebuilds it every time (the benchmarks
-    // measure how fast).
-    for (int round = 0; round < 10; ++round) {
-        form->cmbBot->setCurrentIndex(0);
-        form->cmbBot->setCurrentIndex(6);
+void TestFrmBots::editMenu_data()
+{
+    QTest::addColumn<QString>("steps"); // see act
+    QTest::addColumn<QString>("moved"); // "slot<-from" per slot changed; "-" for other edits
+    QTest::addColumn<int>("shown"); // the slot shown at the end
+    QTest::addColumn<int>("recorded"); // steps in the history
+
+    // clang-format off
+    // A bot travels whole; a moved one stays shown.
+    QTest::newRow("copy and paste") << "slot:4,copy,slot:9,paste" << "9<-4" << 9 << 1;
+    QTest::newRow("move up") << "slot:5,up" << "4<-5,5<-4" << 4 << 1;
+    QTest::newRow("move down twice") << "slot:5,down,down" << "5<-6,6<-7,7<-5" << 7 << 2;
+    QTest::newRow("paste and move") << "slot:2,copy,slot:8,paste,down" << "8<-9,9<-2" << 9 << 2;
+    QTest::newRow("first cannot go up") << "slot:0,up" << "" << 0 << 0;
+    QTest::newRow("last cannot go down") << "slot:31,down" << "" << 31 << 0;
+    QTest::newRow("nothing copied") << "slot:3,paste" << "" << 3 << 0;
+    QTest::newRow("showing bots is no edit") << "slot:5,slot:18,slot:31" << "" << 31 << 0;
+    // Each edit is one step, whatever it touched and however it was made.
+    QTest::newRow("typing a name") << "name:Zed" << "-" << 0 << 1;
+    QTest::newRow("a name typed as it was") << "name:Archon" << "" << 0 << 0;
+    QTest::newRow("names of two bots") << "name:Zed,slot:3,name:Quinn" << "-" << 3 << 2;
+    QTest::newRow("a class with its skin, face and voice") << "slot:31,class:2" << "-" << 31 << 1;
+    QTest::newRow("a skin with its face") << "skin:1" << "-" << 0 << 1;
+    QTest::newRow("a drag") << "drag:37" << "-" << 0 << 1;
+    QTest::newRow("arrows") << "arrow,arrow" << "-" << 0 << 2;
+    QTest::newRow("list-wide and description") << "difficulty:5,descr:Friday games" << "-" << 0 << 2;
+    // A new edit after an undo drops what could have been redone.
+    QTest::newRow("edit after undo") << "team:2,name:Zed,undo,class:2" << "-" << 0 << 2;
+    // clang-format on
+}
+
+// Undoing every step walks back through each roster the user had, the
+// editor and the overview showing it, and marks a saved list; redoing walks
+// forward again. New starts afresh.
+void TestFrmBots::editMenu()
+{
+    QFETCH(QString, steps);
+    QFETCH(QString, moved);
+    QFETCH(int, shown);
+    QFETCH(int, recorded);
+
+    frmBots &form = renewed();
+    const BotRoster before = Roster();
+    QList<BotRoster> rosters { before };
+    for (const QString &step : steps.split(',')) {
+        act(form, step);
+        if (step == "undo")
+            rosters.removeLast();
+        else if (Roster() != rosters.constLast())
+            rosters.append(Roster());
     }
-    QCOMPARE(form->cmbSkin->currentText(), "Warrior 1996");
+    if (moved != "-") {
+        BotRoster expected = before;
+        for (const QString &change : moved.split(',', Qt::SkipEmptyParts))
+            BotSlot::fromRoster(before, change.section("<-", 1).toInt())
+                .toRoster(expected, change.section("<-", 0, 0).toInt());
+        QCOMPARE(Roster(), expected);
+    }
+    const auto showsRoster = [&form] {
+        const int slot = form.CurrentSlot();
+        QCOMPARE(form.txtName->text(), Roster().BotNames[slot]);
+        QCOMPARE(form.hsAccuracy->value(), Roster().BotAccuracy[slot]);
+        QCOMPARE(form.cmbDifficulty->currentIndex(), Roster().Difficulty);
+        QCOMPARE(form.grdBots->currentRow(), slot);
+        for (int s = 0; s < BotSlotCount; ++s)
+            QCOMPARE(form.grdBots->item(s, RosterOverview::Name)->text(), Roster().BotNames[s]);
+    };
+    showsRoster();
+    QCOMPARE(form.CurrentSlot(), shown);
+    QCOMPARE(form.mnuEditMoveUp->isEnabled(), shown > 0);
+    QCOMPARE(form.mnuEditMoveDown->isEnabled(), shown < 31);
+    QCOMPARE(form.grdBots->actions(),
+        QList<QAction *>(
+            { form.mnuEditCopy, form.mnuEditPaste, form.mnuEditMoveUp, form.mnuEditMoveDown }));
+    QCOMPARE(form.History->count(), recorded);
+    QCOMPARE(rosters.size(), recorded + 1);
+
+    form.SavedFunc(true);
+    for (int i = recorded - 1; i >= 0; --i) {
+        form.mnuEditUndo->trigger();
+        QCOMPARE(Roster(), rosters.at(i));
+        showsRoster();
+        QCOMPARE(form.lblSaved->text(), "Modified");
+    }
+    QVERIFY(!form.mnuEditUndo->isEnabled());
+    for (int i = 1; i <= recorded; ++i) {
+        form.mnuEditRedo->trigger();
+        QCOMPARE(Roster(), rosters.at(i));
+        showsRoster();
+    }
+    QVERIFY(!form.mnuEditRedo->isEnabled());
+
+    m_session->answer("No");
+    form.mnuFileNew->trigger();
+    QCOMPARE(form.History->count(), 0);
+}
+
+// The usual keys, from the name box too: there the window's Undo takes the
+// place of the box's own, so that typing is undone as one step.
+void TestFrmBots::shortcuts()
+{
+    frmBots &form = renewed();
+    QApplication::setActiveWindow(&form);
+    QVERIFY(QTest::qWaitForWindowActive(&form));
+    form.txtName->setFocus();
+    act(form, "name:Zed");
+
+    QTest::keyClick(form.txtName, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(Roster().BotNames[0], "Archon");
+    QTest::keyClick(form.txtName, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(Roster().BotNames[0], "Zed");
+    QTest::keyClick(form.txtName, Qt::Key_Z, Qt::ControlModifier);
+    QTest::keyClick(form.txtName, Qt::Key_Y, Qt::ControlModifier);
+    QCOMPARE(form.txtName->text(), "Zed");
+
+    // In the overview: to the last bot, back to the first; copy, move down,
+    // paste over the bot now above.
+    form.grdBots->setFocus();
+    QTest::keyClick(form.grdBots, Qt::Key_End, Qt::ControlModifier);
+    QCOMPARE(form.txtName->text(), "Kragoth");
+    QTest::keyClick(form.grdBots, Qt::Key_Home, Qt::ControlModifier);
+    QTest::keyClick(form.grdBots, Qt::Key_C, Qt::ControlModifier);
+    QTest::keyClick(form.grdBots, Qt::Key_Down, Qt::ControlModifier);
+    QCOMPARE(Roster().BotNames[1], "Zed");
+    QTest::keyClick(form.grdBots, Qt::Key_Up);
+    QTest::keyClick(form.grdBots, Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(Roster().BotNames[0], "Zed");
+    QCOMPARE(form.History->count(), 3);
 }
 
 QTEST_MAIN(TestFrmBots)

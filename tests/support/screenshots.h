@@ -2,11 +2,13 @@
 
 #include <QDir>
 #include <QImage>
-#include <QLabel>
+#include <QMetaType>
 #include <QSet>
 #include <QString>
 #include <QTest>
+#include <QWidget>
 
+#include <functional>
 #include <memory>
 
 // For the screenshot tests only: they link Qt Gui, the rest of the support
@@ -29,17 +31,37 @@ inline bool saveScreenshot(const QImage &shot, const QString &name)
     return QDir().mkpath(dir) && looksDrawn(shot) && shot.save(dir + "/" + name + ".png");
 }
 
-// Shows the window `make` builds, checks its caption and one label given as
-// "objectName=text", and saves its picture under the current data tag.
-template<typename MakeForm>
-void checkAndShoot(const MakeForm &make, const QString &caption, const QString &heading)
+// One row of a table of windows to picture: how to build the window, its
+// caption, and "objectName=text" of a control it must show.
+struct FormShot
 {
-    std::unique_ptr<QWidget> form(make());
+    std::function<QWidget *()> make;
+    QString caption;
+    QString shows;
+};
+Q_DECLARE_METATYPE(FormShot)
+
+// A table of them: addFormShotColumn() in the _data function, rows as
+//     QTest::newRow("frmAbout")
+//         << FormShot { [] { return new frmAbout; }, "About Quorvane", "lblTitle=Quorvane" };
+// and shootFormRow() as the whole test function: it shows the row's window,
+// checks its caption and the control's text, and saves its picture under the
+// row's name.
+inline void addFormShotColumn()
+{
+    QTest::addColumn<FormShot>("shot");
+}
+
+inline void shootFormRow()
+{
+    QFETCH(FormShot, shot);
+    std::unique_ptr<QWidget> form(shot.make());
     form->show();
     QVERIFY(QTest::qWaitForWindowExposed(form.get()));
-    QCOMPARE(form->windowTitle(), caption);
-    const auto *label = form->template findChild<QLabel *>(heading.section('=', 0, 0));
-    QVERIFY(label && label->isVisible());
-    QCOMPARE(label->text(), heading.section('=', 1));
+    QCOMPARE(form->windowTitle(), shot.caption);
+    // A label, a button or a box: anything with a text.
+    const auto *control = form->findChild<QWidget *>(shot.shows.section('=', 0, 0));
+    QVERIFY2(control && control->isVisible(), qPrintable(shot.shows));
+    QCOMPARE(control->property("text").toString(), shot.shows.section('=', 1));
     QVERIFY(saveScreenshot(form->grab().toImage(), QTest::currentDataTag()));
 }
