@@ -12,7 +12,6 @@
 #include "roster/forms/frmAbout.h"
 #include "roster/forms/rosteroverview.h"
 
-#include <QComboBox>
 #include <QDockWidget>
 
 #include <memory>
