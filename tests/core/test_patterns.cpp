@@ -25,6 +25,8 @@ QStringList records()
     return found;
 }
 
+const QString guy = "/ut/System/MyGuy.int";
+
 } // namespace
 
 class TestPatterns : public QObject
@@ -38,23 +40,15 @@ private slots:
     void init()
     {
         m_dir = std::make_unique<QTemporaryDir>();
-        QVERIFY(m_dir->isValid());
         setProgramDir(m_dir->path());
         CreateCatalogueTables();
         ModelCatalogue &catalogue = Catalogue();
-        const auto model
-            = [](const QString &className, const QString &description, const QString &skinType) {
-                  MISCLASS slot = newClassSlot();
-                  slot.ClassName = className;
-                  slot.Description = description;
-                  slot.SkinType = skinType;
-                  return slot;
-              };
-        catalogue.MISCCLASSES = { model("Botpack.TMale2Bot", "Male Soldier", "soldier"),
-            model("Botpack.TFemale1Bot", "Female Commando", "fcommando"), newClassSlot(),
-            model("MyMods.TinManBot", "Tin Man", "TinMan") };
-        catalogue.UnmatchedSkins = { { "/ut/System/MyGuy.int", "MyGuy" },
-            { "/ut/System/Other.int", "OtherPack" }, { "/ut/System/Tin.int", "Tin" }, {} };
+        const QList<SkinEntry> skins = newClassSlot().Skins;
+        catalogue.MISCCLASSES = { { "Botpack.TMale2Bot", "Male Soldier", "soldier", skins },
+            { "Botpack.TFemale1Bot", "Female Commando", "fcommando", skins }, newClassSlot(),
+            { "MyMods.TinManBot", "Tin Man", "TinMan", skins } };
+        catalogue.UnmatchedSkins = { { guy, "MyGuy" }, { "/ut/System/Other.int", "OtherPack" },
+            { "/ut/System/Tin.int", "Tin" }, {} };
         catalogue.ReparseRequested = false;
     }
 
@@ -64,41 +58,35 @@ private slots:
         QTest::addColumn<int>("lines");
         QTest::addColumn<QStringList>("records");
         const QString none = "||";
+        // clang-format off
         QTest::newRow("no file") << QByteArray() << 0 << QStringList { none, none };
         QTest::newRow("empty") << QByteArray("") << 0 << QStringList { none, none };
-        QTest::newRow("one line") << QByteArray("soldier,A,B\r\n") << 1
-                                  << QStringList { "soldier|A|B", none };
-        QTest::newRow("blank lines between") << QByteArray("soldier,A\r\n\r\n   \r\nTinMan,C\r\n")
-                                             << 4 << QStringList { "soldier|A|", "TinMan|C|" };
-        QTest::newRow("empty fields, trailing spaces")
-            << QByteArray("soldier,,A,,B,C,  \r\n") << 1 << QStringList { "soldier|A|B|C", none };
-        QTest::newRow("more lines than slots, LF")
-            << QByteArray("a,1\nb,2\nc,3") << 3 << QStringList { "a|1|", "b|2|", "c|3|" };
-        QTest::newRow("no model") << QByteArray(",A\r\nsoldier\r\n") << 2
-                                  << QStringList { "soldier||", none };
+        QTest::newRow("one line") << QByteArray("soldier,A,B\r\n") << 1 << QStringList { "soldier|A|B", none };
+        QTest::newRow("blank lines between") << QByteArray("soldier,A\r\n\r\n   \r\nTinMan,C\r\n") << 4 << QStringList { "soldier|A|", "TinMan|C|" };
+        QTest::newRow("empty fields, trailing spaces") << QByteArray("soldier,,A,,B,C,  \r\n") << 1 << QStringList { "soldier|A|B|C", none };
+        QTest::newRow("more lines than slots, LF") << QByteArray("a,1\nb,2\nc,3") << 3 << QStringList { "a|1|", "b|2|", "c|3|" };
+        QTest::newRow("no model") << QByteArray(",A\r\nsoldier\r\n") << 2 << QStringList { "soldier||", none };
+        // clang-format on
     }
 
     void loadsOneRecordPerLine()
     {
         QFETCH(QByteArray, file);
-        QFETCH(int, lines);
-        QFETCH(QStringList, records);
         QVERIFY(file.isNull() || writeTestFile(PatternFilePath(), file));
         ScriptedPrompt prompt;
         RecordingProgress progress;
         LoadPatternList();
-        QCOMPARE(::records(), records);
-        QCOMPARE(progress.advances, lines);
+        QTEST(records(), "records");
+        QTEST(progress.advances, "lines");
         QCOMPARE(prompt.transcript(),
             file.isNull() ? QStringList { "pattern.ini|The skin pattern file could not be read:\r\n"
                 + PatternFilePath()
-                + "\r\nFile not found\r\n\r\nThe scan goes on without skin "
-                  "patterns." }
+                + "\r\nFile not found\r\n\r\nThe scan goes on without skin patterns." }
                           : QStringList());
         // Written back, only the occupied fields remain.
         SavePatternList(Catalogue().PatternList);
         LoadPatternList();
-        QCOMPARE(::records(), records);
+        QTEST(records(), "records");
     }
 
     void finishedAssignsFilesToModels_data()
@@ -108,42 +96,29 @@ private slots:
         QTest::addColumn<QString>("forgotten"); // a skin type the editor took out
         QTest::addColumn<QByteArray>("after"); // null: nothing written
         QTest::addColumn<QStringList>("reparse");
-
-        const QString guy = "/ut/System/MyGuy.int";
-        const QString tin = "/ut/System/Tin.int";
-        QTest::newRow("appends to the model's pattern")
-            << QByteArray("fcommando,X\r\nsoldier,A\r\n") << QStringList { guy + "|Male Soldier" }
-            << QString() << QByteArray("fcommando,X\r\nsoldier,A,MyGuy\r\n")
-            << QStringList { guy, {} };
-        QTest::newRow("new patterns, any case, no file")
-            << QByteArray() << QStringList { guy + "|male soldier", tin + "|TIN MAN" } << QString()
-            << QByteArray("soldier,MyGuy\r\nTinMan,Tin\r\n") << QStringList { guy, tin, {} };
-        QTest::newRow("paths in any case, one model")
-            << QByteArray("TinMan,Z\r\n")
-            << QStringList { guy + "|Tin Man", "/UT/system/OTHER.int|Tin Man" } << QString()
-            << QByteArray("TinMan,Z,MyGuy,OtherPack\r\n")
-            << QStringList { guy, "/UT/system/OTHER.int", {} };
-        QTest::newRow("unassigned items keep their places")
-            << QByteArray("") << QStringList { guy + "|", tin + "|Tin Man" } << QString()
-            << QByteArray("TinMan,Tin\r\n") << QStringList { {}, tin, {} };
-        QTest::newRow("listed once")
-            << QByteArray("soldier,MyGuy\r\n") << QStringList { guy + "|Male Soldier" } << QString()
-            << QByteArray() << QStringList { guy, {} };
-        QTest::newRow("unknown model")
-            << QByteArray("soldier,A\r\n") << QStringList { guy + "|Warlord" } << QString()
-            << QByteArray() << QStringList { guy, {} };
-        QTest::newRow("nothing assigned")
-            << QByteArray("soldier,A\r\n") << QStringList { guy + "|" } << QString() << QByteArray()
-            << QStringList { {}, {} };
-        QTest::newRow("a saved pattern changed, nothing assigned")
-            << QByteArray("soldier,A\r\nTinMan,Z\r\n") << QStringList { guy + "|" } << "Z"
-            << QByteArray("soldier,A\r\n") << QStringList { {}, {} };
-        QTest::newRow("a saved pattern emptied, a file assigned")
-            << QByteArray("soldier,A\r\nTinMan,Z\r\n") << QStringList { guy + "|Tin Man" } << "A"
-            << QByteArray("TinMan,Z,MyGuy\r\n") << QStringList { guy, {} };
-        QTest::newRow("a saved pattern gone, a file assigned to it")
-            << QByteArray("TinMan,Z\r\n") << QStringList { guy + "|Male Soldier" } << "A"
-            << QByteArray("TinMan,Z\r\nsoldier,MyGuy\r\n") << QStringList { guy, {} };
+        const QString tin = "/ut/System/Tin.int", other = "/UT/system/OTHER.int";
+        // clang-format off
+        QTest::newRow("appends to the model's pattern") << QByteArray("fcommando,X\r\nsoldier,A\r\n") << QStringList { guy + "|Male Soldier" }
+            << QString() << QByteArray("fcommando,X\r\nsoldier,A,MyGuy\r\n") << QStringList { guy, {} };
+        QTest::newRow("new patterns, any case, no file") << QByteArray() << QStringList { guy + "|male soldier", tin + "|TIN MAN" }
+            << QString() << QByteArray("soldier,MyGuy\r\nTinMan,Tin\r\n") << QStringList { guy, tin, {} };
+        QTest::newRow("paths in any case, one model") << QByteArray("TinMan,Z\r\n") << QStringList { guy + "|Tin Man", other + "|Tin Man" }
+            << QString() << QByteArray("TinMan,Z,MyGuy,OtherPack\r\n") << QStringList { guy, other, {} };
+        QTest::newRow("unassigned items keep their places") << QByteArray("") << QStringList { guy + "|", tin + "|Tin Man" }
+            << QString() << QByteArray("TinMan,Tin\r\n") << QStringList { {}, tin, {} };
+        QTest::newRow("listed once") << QByteArray("soldier,MyGuy\r\n") << QStringList { guy + "|Male Soldier" }
+            << QString() << QByteArray() << QStringList { guy, {} };
+        QTest::newRow("unknown model") << QByteArray("soldier,A\r\n") << QStringList { guy + "|Warlord" }
+            << QString() << QByteArray() << QStringList { guy, {} };
+        QTest::newRow("nothing assigned") << QByteArray("soldier,A\r\n") << QStringList { guy + "|" }
+            << QString() << QByteArray() << QStringList { {}, {} };
+        QTest::newRow("a saved pattern changed, nothing assigned") << QByteArray("soldier,A\r\nTinMan,Z\r\n") << QStringList { guy + "|" }
+            << "Z" << QByteArray("soldier,A\r\n") << QStringList { {}, {} };
+        QTest::newRow("a saved pattern emptied, a file assigned") << QByteArray("soldier,A\r\nTinMan,Z\r\n") << QStringList { guy + "|Tin Man" }
+            << "A" << QByteArray("TinMan,Z,MyGuy\r\n") << QStringList { guy, {} };
+        QTest::newRow("a saved pattern gone, a file assigned to it") << QByteArray("TinMan,Z\r\n") << QStringList { guy + "|Male Soldier" }
+            << "A" << QByteArray("TinMan,Z\r\nsoldier,MyGuy\r\n") << QStringList { guy, {} };
+        // clang-format on
     }
 
     // Another window or a command may have changed pattern.ini since it was
@@ -188,8 +163,7 @@ private slots:
         QVERIFY(!locked || lock.lock());
         if (!locked)
             setProgramDir(m_dir->filePath("gone"));
-        QVERIFY_THROWS_EXCEPTION(
-            RunError, FinishPatterns({ { "/ut/System/MyGuy.int", "Male Soldier" } }));
+        QVERIFY_THROWS_EXCEPTION(RunError, FinishPatterns({ { guy, "Male Soldier" } }));
         QCOMPARE(records(), (QStringList { "soldier|A|", "||" }));
         QCOMPARE(readTestFile(PatternFilePath()), locked ? "soldier,A\r\n" : QByteArray());
         QVERIFY(!Catalogue().ReparseRequested);
@@ -199,21 +173,17 @@ private slots:
     {
         QTest::addColumn<QStringList>("operation");
         QTest::addColumn<QByteArray>("after"); // null: unchanged
-        QTest::newRow("forget one") << QStringList { "forget", "A" }
-                                    << QByteArray("soldier,B\r\nTinMan,C\r\nfcommando,B\r\n");
-        QTest::newRow("forget everywhere")
-            << QStringList { "forget", "B" } << QByteArray("soldier,A\r\nTinMan,C\r\n");
-        QTest::newRow("forget the last")
-            << QStringList { "forget", "C" } << QByteArray("soldier,A,B\r\nfcommando,B\r\n");
+        // clang-format off
+        QTest::newRow("forget one") << QStringList { "forget", "A" } << QByteArray("soldier,B\r\nTinMan,C\r\nfcommando,B\r\n");
+        QTest::newRow("forget everywhere") << QStringList { "forget", "B" } << QByteArray("soldier,A\r\nTinMan,C\r\n");
+        QTest::newRow("forget the last") << QStringList { "forget", "C" } << QByteArray("soldier,A,B\r\nfcommando,B\r\n");
         QTest::newRow("forget, case") << QStringList { "forget", "c" } << QByteArray();
-        QTest::newRow("drop") << QStringList { "drop", "soldier" }
-                              << QByteArray("TinMan,C\r\nfcommando,B\r\n");
+        QTest::newRow("drop") << QStringList { "drop", "soldier" } << QByteArray("TinMan,C\r\nfcommando,B\r\n");
         QTest::newRow("drop, case") << QStringList { "drop", "Soldier" } << QByteArray();
-        QTest::newRow("move") << QStringList { "move", "C", "soldier" }
-                              << QByteArray("soldier,A,B,C\r\nfcommando,B\r\n");
-        QTest::newRow("move to a new pattern") << QStringList { "move", "A",
-            "Warlord" } << QByteArray("soldier,B\r\nTinMan,C\r\nfcommando,B\r\nWarlord,A\r\n");
+        QTest::newRow("move") << QStringList { "move", "C", "soldier" } << QByteArray("soldier,A,B,C\r\nfcommando,B\r\n");
+        QTest::newRow("move to a new pattern") << QStringList { "move", "A", "Warlord" } << QByteArray("soldier,B\r\nTinMan,C\r\nfcommando,B\r\nWarlord,A\r\n");
         QTest::newRow("move where it is") << QStringList { "move", "C", "TinMan" } << QByteArray();
+        // clang-format on
     }
 
     void changesSavedPatterns()
@@ -230,8 +200,19 @@ private slots:
         QCOMPARE(crlf(PatternLines(patterns)), after.isNull() ? before : after);
     }
 
+    // The checked files of the report become the editor's items.
     void editorItemsAndQuestion()
     {
+        PatternEditorFiles() = { { "/old.int", "Robot" } };
+        Catalogue().PatternsRequested = true;
+        for (const QStringList &checked : { QStringList(), QStringList { "/A.int", "/C.int" } }) {
+            ContinueToPatternEditor(checked);
+            QStringList items;
+            for (const PatternAssignment &file : std::as_const(PatternEditorFiles()))
+                items.append(file.text());
+            QCOMPARE(items, checked);
+            QCOMPARE(Catalogue().PatternsRequested, !checked.isEmpty());
+        }
         // A path with " - " in it stays whole.
         PatternAssignment file { "C:\\UT - GOTY\\System\\MyGuy.int", "Tin Man" };
         QCOMPARE(file.text(), "C:\\UT - GOTY\\System\\MyGuy.int - Tin Man");
@@ -255,14 +236,12 @@ private slots:
         QTest::addColumn<QLocale>("locale");
         QTest::addColumn<QDateTime>("when");
         QTest::addColumn<QStringList>("nameDateTime");
-        QTest::newRow("English, morning") << QLocale(QLocale::English, QLocale::UnitedStates)
-                                          << QDateTime(QDate(2001, 7, 4), QTime(9, 5, 30))
-                                          << QStringList { "UnMatched_Files_7-4-2001_h9m5s30.txt",
-                                                 "Wednesday, July 4, 2001", "9:05:30 AM" };
-        QTest::newRow("German, evening") << QLocale(QLocale::German, QLocale::Germany)
-                                         << QDateTime(QDate(2023, 12, 31), QTime(23, 59, 8))
-                                         << QStringList { "UnMatched_Files_12-31-2023_h23m59s8.txt",
-                                                "Sonntag, Dezember 31, 2023", "23:59:08" };
+        // clang-format off
+        QTest::newRow("English, morning") << QLocale(QLocale::English, QLocale::UnitedStates) << QDateTime(QDate(2001, 7, 4), QTime(9, 5, 30))
+            << QStringList { "UnMatched_Files_7-4-2001_h9m5s30.txt", "Wednesday, July 4, 2001", "9:05:30 AM" };
+        QTest::newRow("German, evening") << QLocale(QLocale::German, QLocale::Germany) << QDateTime(QDate(2023, 12, 31), QTime(23, 59, 8))
+            << QStringList { "UnMatched_Files_12-31-2023_h23m59s8.txt", "Sonntag, Dezember 31, 2023", "23:59:08" };
+        // clang-format on
     }
 
     void unmatchedListNamesAndLinesFollowTheDateAndLocale()
@@ -302,25 +281,8 @@ private slots:
         QCOMPARE(prompt.transcript().size(), 2);
         QCOMPARE(prompt.transcript().at(0),
             "File Created|File Created:\r\n" + QDir(m_dir->path()).filePath(saved.first()));
-        QVERIFY2(prompt.transcript().at(1).startsWith(
-                     "Save List to File|The list of unmatched skin files could not be saved:\r\n"),
-            qPrintable(prompt.transcript().at(1)));
-    }
-
-    void continueHandsTheCheckedFilesOn()
-    {
-        PatternEditorFiles() = { { "/old.int", "Robot" } };
-        Catalogue().PatternsRequested = true;
-        ContinueToPatternEditor({});
-        QVERIFY(!Catalogue().PatternsRequested);
-        QVERIFY(PatternEditorFiles().isEmpty());
-
-        ContinueToPatternEditor({ "/ut/System/A.int", "/ut/System/C.int" });
-        QVERIFY(Catalogue().PatternsRequested);
-        QStringList items;
-        for (const PatternAssignment &file : std::as_const(PatternEditorFiles()))
-            items.append(file.text());
-        QCOMPARE(items, (QStringList { "/ut/System/A.int", "/ut/System/C.int" }));
+        QVERIFY(prompt.transcript().at(1).startsWith(
+            "Save List to File|The list of unmatched skin files could not be saved:\r\n"));
     }
 };
 

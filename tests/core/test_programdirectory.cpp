@@ -1,43 +1,46 @@
 #include "buildconfig.h"
+#include "startup/gamepathproposals.h"
 #include "startup/programdirectory.h"
+#include "startup/recentfiles.h"
 #include "testfiles.h"
 
 #include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
 
-// Where the program keeps its files: beside a portable copy, in the user's
-// data folder for an installed or read-only one, which then gets the
-// shipped int.ini and pattern.ini without losing the user's own.
+// The files the start-up looks for: its own, beside a portable copy or in the
+// user's data folder for an installed or read-only one (which then gets the
+// shipped int.ini and pattern.ini without losing the user's own); the list of
+// recent configurations; the game's folder.
 class TestProgramDirectory : public QObject
 {
     Q_OBJECT
 
+    QTemporaryDir m_dir;
+
 private slots:
     void choice_data()
     {
-        QTest::addColumn<bool>("installed");
-        QTest::addColumn<bool>("writable");
+        QTest::addColumn<QString>("copy");
         QTest::addColumn<QByteArray>("usersPattern"); // pattern.ini already in the user folder
-        QTest::addColumn<bool>("inUserFolder");
-        QTest::newRow("portable copy") << false << true << QByteArray() << false;
-        QTest::newRow("read-only portable copy") << false << false << QByteArray() << true;
-        QTest::newRow("installed") << true << true << QByteArray() << true;
+        QTest::newRow("portable copy") << "portable" << QByteArray();
+        QTest::newRow("read-only portable copy") << "portable, read-only" << QByteArray();
+        QTest::newRow("installed") << "installed" << QByteArray();
         QTest::newRow("installed, the user's patterns kept")
-            << true << false << QByteArray("mine\r\n") << true;
+            << "installed, read-only" << QByteArray("mine\r\n");
     }
 
+    // Only a writable portable copy keeps its files beside it.
     void choice()
     {
-        QFETCH(bool, installed);
-        QFETCH(bool, writable);
+        QFETCH(QString, copy);
         QFETCH(QByteArray, usersPattern);
-        QFETCH(bool, inUserFolder);
+        const bool inUserFolder = copy != "portable";
         QTemporaryDir root;
-        QVERIFY(root.isValid());
-        const QString executableDir = root.filePath(installed ? "usr/bin" : "portable");
+        const QString executableDir
+            = root.filePath(copy.startsWith("installed") ? "usr/bin" : "portable");
         QVERIFY(QDir().mkpath(executableDir));
-        const QString shippedDir = installed
+        const QString shippedDir = copy.startsWith("installed")
             ? QDir(executableDir).filePath(QUORVANE_DATA_FROM_EXECUTABLE)
             : executableDir;
         QVERIFY(writeTestFile(shippedDir + "/int.ini", "Core.int\r\n"));
@@ -47,20 +50,126 @@ private slots:
         const QString userDir = root.filePath("home/.local/share/quorvane");
         QVERIFY(usersPattern.isEmpty() || writeTestFile(userDir + "/pattern.ini", usersPattern));
 
-        const QString chosen = ChooseProgramDir({ executableDir, writable, userDir });
-
+        const QString chosen
+            = ChooseProgramDir({ executableDir, !copy.endsWith("read-only"), userDir });
         QCOMPARE(chosen,
             QDir::toNativeSeparators(inUserFolder ? userDir : executableDir) + QDir::separator());
-        QCOMPARE(ShippedFilesDir(executableDir),
-            QDir::toNativeSeparators(QDir::cleanPath(shippedDir)) + QDir::separator());
-        if (!inUserFolder) {
-            QVERIFY(!QFileInfo::exists(userDir));
-            return;
+        QCOMPARE(QFileInfo::exists(userDir), inUserFolder);
+        if (inUserFolder) {
+            QCOMPARE(readTestFile(chosen + "int.ini"), "Core.int\r\n");
+            QCOMPARE(readTestFile(chosen + "pattern.ini"),
+                usersPattern.isEmpty() ? QByteArray("shipped\r\n") : usersPattern);
+            QVERIFY(QFile::permissions(chosen + "pattern.ini") & QFile::WriteOwner);
         }
-        QCOMPARE(readTestFile(chosen + "int.ini"), "Core.int\r\n");
-        QCOMPARE(readTestFile(chosen + "pattern.ini"),
-            usersPattern.isEmpty() ? QByteArray("shipped\r\n") : usersPattern);
-        QVERIFY(QFile::permissions(chosen + "pattern.ini") & QFile::WriteOwner);
+    }
+
+    // Newest first, each once, five at most.
+    void addingRecentFiles_data()
+    {
+        QTest::addColumn<QStringList>("before");
+        QTest::addColumn<QString>("added");
+        QTest::addColumn<QStringList>("after");
+        QTest::newRow("first") << QStringList() << "/c/a.qvn" << QStringList { "/c/a.qvn" };
+        QTest::newRow("again moves to the front") << QStringList { "/c/a.qvn",
+            "/c/b.qvn" } << "/c/b.qvn" << QStringList { "/c/b.qvn", "/c/a.qvn" };
+        QTest::newRow("the oldest drops out") << QStringList { "/1", "/2", "/3", "/4",
+            "/5" } << "/6" << QStringList { "/6", "/1", "/2", "/3", "/4" };
+    }
+
+    void addingRecentFiles()
+    {
+        QFETCH(QStringList, before);
+        QFETCH(QString, added);
+        QFETCH(QStringList, after);
+        QCOMPARE(WithRecentFile(before, added), after);
+        QCOMPARE(WithoutRecentFile(after, added), after.mid(1));
+    }
+
+    // Whatever the file holds, it only ever gives a usable list. What is
+    // written reads back, except a name a line break would split.
+    void readingRecentFiles_data()
+    {
+        QTest::addColumn<QByteArray>("content"); // null: no file
+        QTest::addColumn<QStringList>("written"); // instead of content
+        QTest::addColumn<QStringList>("files");
+        const QString home = QDir::homePath();
+        const QByteArray h = home.toUtf8();
+        QByteArray many;
+        QStringList names;
+        for (int i = 0; i < 8; ++i) {
+            many += h + "/" + QByteArray::number(i) + ".qvn\n";
+            names << home + "/" + QString::number(i) + ".qvn";
+        }
+        const QStringList odd { home + "/Ünïcode ✓.qvn", home + "/two\nlines.qvn" };
+        // clang-format off
+        QTest::newRow("no file") << QByteArray() << QStringList() << QStringList();
+        QTest::newRow("written by us") << h + "/Bots.qvn\n" + h + "/Été.qvn\n" << QStringList()
+                                       << QStringList { home + "/Bots.qvn", home + "/Été.qvn" };
+        QTest::newRow("empty, relative, repeated") << "\r\nBots.qvn\r\n" + h + "/a.qvn\r\n" + h + "/a.qvn\r\n"
+                                                   << QStringList() << QStringList { home + "/a.qvn" };
+        QTest::newRow("more than five") << many << QStringList() << names.mid(0, 5);
+        QTest::newRow("too large to be ours") << QByteArray(100 * 1024, '/') << QStringList() << QStringList();
+        QTest::newRow("round trip") << QByteArray() << odd + names << QStringList { odd.at(0) } + names.mid(0, 4);
+        // clang-format on
+    }
+
+    void readingRecentFiles()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QStringList, written);
+        const QString path = m_dir.filePath("recentfiles.txt");
+        QFile::remove(path);
+        QVERIFY(content.isNull() || writeTestFile(path, content));
+        if (!written.isEmpty())
+            WriteRecentFiles(written, path);
+        QTEST(ReadRecentFiles(path), "files");
+    }
+
+    void proposedGamePath_data()
+    {
+        QTest::addColumn<QStringList>("files"); // under the home folder; ending in "/": a folder
+        QTest::addColumn<bool>("startUp"); // FolderWithFiles, else FirstGamePath
+        QTest::addColumn<QString>("expected"); // relative to the home folder, "" for none
+        const QString ut = "UnrealTournament/";
+#ifdef Q_OS_LINUX
+        const QString patchedGame = ut;
+#else
+        const QString patchedGame = ".utpg/";
+#endif
+        // clang-format off
+        QTest::newRow("nothing installed") << QStringList { "Documents/" } << false << "";
+        QTest::newRow("install folder only") << QStringList { ut + "System/" } << false << ut;
+        QTest::newRow("user.ini wins over an earlier place") << QStringList { ".utpg/System/", ut + "System/User.ini" } << false << ut;
+        QTest::newRow("port's user folder first") << QStringList { ".loki/ut/System/User.ini", ut + "System/User.ini" } << false << ".loki/ut/";
+        QTest::newRow("whole game wins over a port's user folder")
+            << QStringList { ".utpg/System/User.ini", "ut/System/User.ini", "ut/System/Botpack.int" } << false << "ut/";
+        QTest::newRow("names in any case") << QStringList { "ut/system/user.INI" } << false << "ut/";
+        QTest::newRow("System is a file") << QStringList { ut + "System" } << false << "";
+        QTest::newRow("64-bit game only")
+            << QStringList { ".utpg/System/", "ut/System/Botpack.int", "ut/System64/User.ini" } << false << "ut/";
+        QTest::newRow("user.ini in ~/.utpg") << QStringList { ".utpg/System/User.ini", ut + "System/Botpack.int" } << false << patchedGame;
+        QTest::newRow("start-up: a file in the folder") << QStringList { ut + "readme.txt" } << true << ut;
+        QTest::newRow("start-up: folders only") << QStringList { ut + "System/User.ini" } << true << "";
+        QTest::newRow("start-up: no folder") << QStringList { "Documents/" } << true << "";
+        // clang-format on
+    }
+
+    void proposedGamePath()
+    {
+        QFETCH(QStringList, files);
+        QFETCH(bool, startUp);
+        QFETCH(QString, expected);
+        QTemporaryDir home;
+        // The game reads ~/.utpg through the home folder.
+        qputenv("HOME", QFile::encodeName(home.path()));
+        for (const QString &file : files)
+            QVERIFY(file.endsWith('/') ? QDir(home.path()).mkpath(file)
+                                       : writeTestFile(home.filePath(file), "[URL]\r\n"));
+        const QString found = startUp
+            ? FolderWithFiles(QDir::toNativeSeparators(home.filePath("UnrealTournament/")))
+            : FirstGamePath(GamePathCandidates(home.path()));
+        QCOMPARE(
+            found, expected.isEmpty() ? "" : QDir::toNativeSeparators(home.filePath(expected)));
     }
 };
 

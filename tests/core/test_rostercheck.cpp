@@ -1,46 +1,133 @@
 #include "roster/botroster.h"
+#include "roster/classchoices.h"
 #include "roster/rostercheck.h"
 #include "samplecatalogue.h"
 
 #include <QTest>
 
-// What a slot uses that is not installed, and the moves of whole bots
-// between slots.
+// What the installed content offers a slot, what a slot uses that is not
+// installed, and the moves of whole bots between slots.
 class TestRosterCheck : public QObject
 {
     Q_OBJECT
 
 private slots:
+    void gameFaceName_data()
+    {
+        QTest::addColumn<QString>("texture");
+        QTest::addColumn<QString>("stored");
+        // clang-format off
+        QTest::newRow("add-on face") << "MyHeroSkins.hero5Ace" << "MyHeroSkins.Ace";
+        QTest::newRow("standard face") << "CommandoSkins.cmdo2Blake" << "CommandoSkins.Blake";
+        QTest::newRow("no room for a prefix") << "Pkg.abcde" << "Pkg.abcde";
+        QTest::newRow("no package") << "cmdo2Blake" << "cmdo2Blake";
+        QTest::newRow("free slot") << "" << "";
+        // clang-format on
+    }
+
+    void gameFaceName()
+    {
+        QFETCH(QString, texture);
+        QTEST(GameFaceName(texture), "stored");
+    }
+
+    // "(NONE)" stands in for an empty list and for a class or skin outside the table.
+    void captions()
+    {
+        const QList<MISCLASS> classes = SampleCatalogue(2).MISCCLASSES;
+        const QStringList none { "(NONE)" };
+        QCOMPARE((QList<QStringList> { ClassCaptions(classes), ClassCaptions({ newClassSlot() }),
+                     SkinCaptions(classes, 0), SkinCaptions(classes, 3),
+                     SkinCaptions(classes, classes.size()), SkinCaptions(classes, -1),
+                     FaceCaptions(classes, 0, 1), FaceCaptions(classes, 0, 2),
+                     FaceCaptions(classes, 0, 3) }),
+            (QList<QStringList> {
+                { "Male Commando", "Female Commando", "Boss", "Robot", "Female Warrior", "ROBOT" },
+                none, { "Commando", "Desert" }, none, none, none, { "Luthor", "Boris" }, none,
+                none }));
+    }
+
+    void findsStoredNames_data()
+    {
+        QTest::addColumn<QString>("stored"); // class|skin|face
+        QTest::addColumn<QList<qsizetype>>("indexes");
+        using I = QList<qsizetype>;
+        // clang-format off
+        QTest::newRow("default roster, short face") << "BotPack.TMale1Bot|CommandoSkins.cmdo|CommandoSkins.Gorn" << I { 0, 0, 1 };
+        QTest::newRow("long face") << "BotPack.TMale1Bot|CommandoSkins.daco|CommandoSkins.daco2Boris" << I { 0, 1, 1 };
+        QTest::newRow("any case") << "botpack.tfemale1bot|FCOMMANDOSKINS.GOTH|fcommandoskins.visse" << I { 1, 0, 1 };
+        QTest::newRow("not installed") << "BotPack.TMale2Bot|SoldierSkins.blkt|SoldierSkins.Malcom" << I { 0, 0, 0 };
+        QTest::newRow("face of another skin") << "BotPack.TMale1Bot|CommandoSkins.cmdo|CommandoSkins.Boris" << I { 0, 0, 0 };
+        // Free slots have empty names; an empty stored name must not land on one.
+        QTest::newRow("empty names") << "||" << I { 0, 0, 0 };
+        QTest::newRow("add-on without skins") << "mymods.robot||" << I { 3, 0, 0 };
+        // clang-format on
+    }
+
+    void findsStoredNames()
+    {
+        QFETCH(QString, stored);
+        const QList<MISCLASS> classes = SampleCatalogue().MISCCLASSES;
+        const QStringList names = stored.split('|');
+        const qsizetype classIndex = FindClassIndex(classes, names.at(0));
+        const qsizetype skinIndex = FindSkinIndex(classes, classIndex, names.at(1));
+        QTEST((QList<qsizetype> { classIndex, skinIndex,
+                  FindFaceIndex(classes, classIndex, skinIndex, names.at(2)) }),
+            "indexes");
+    }
+
+    void voicesFollowTheModel_data()
+    {
+        QTest::addColumn<ModelCatalogue>("catalogue");
+        QTest::addColumn<int>("classIndex");
+        QTest::addColumn<QString>("voices");
+        const ModelCatalogue sample = SampleCatalogue();
+        // A class listed twice speaks as its first entry is described.
+        ModelCatalogue twice = sample, silent = sample;
+        twice.MISCCLASSES[3].ClassName = "BotPack.TBoss";
+        silent.VoiceList = { VoiceEntry(), VoiceEntry() };
+        QTest::newRow("male commando") << sample << 0 << "Male One,Male Two,";
+        QTest::newRow("female commando") << sample << 1 << "Female One,Female Two,";
+        QTest::newRow("boss") << sample << 2 << "Boss Voice,";
+        QTest::newRow("add-on, female in its name") << sample << 4 << "Female One,Female Two,";
+        // Two add-on classes share the description: each contributes its voices.
+        QTest::newRow("add-on, male") << sample << 3 << "Male One,Male Two,Male One,Male Two,";
+        QTest::newRow("outside the table") << sample << 40 << "";
+        QTest::newRow("first entry of the class") << twice << 3 << "Boss Voice,";
+        QTest::newRow("no voices installed") << silent << 0 << "";
+    }
+
+    void voicesFollowTheModel()
+    {
+        QFETCH(ModelCatalogue, catalogue);
+        QFETCH(int, classIndex);
+        QFETCH(QString, voices);
+        QCOMPARE(VoiceCaptions(catalogue, classIndex).join(','), voices + "(None Choosen)");
+    }
+
     void checkSlot_data()
     {
         QTest::addColumn<QString>("bot"); // class|skin|face|voice
         QTest::addColumn<QStringList>("problems");
+        // clang-format off
         QTest::newRow("installed, any capitals, short face name")
-            << "botpack.tmale1bot|commandoskins.CMDO|CommandoSkins.Blake|BotPack.VoiceMaleOne"
-            << QStringList();
-        QTest::newRow("class gone, its skin installed")
-            << "MyMods.Gone|CommandoSkins.cmdo|CommandoSkins.cmdo2Gorn|(NONE)"
+            << "botpack.tmale1bot|commandoskins.CMDO|CommandoSkins.Blake|BotPack.VoiceMaleOne" << QStringList();
+        QTest::newRow("class gone, its skin installed") << "MyMods.Gone|CommandoSkins.cmdo|CommandoSkins.cmdo2Gorn|(NONE)"
             << QStringList { "class: Class \"MyMods.Gone\" is not installed" };
         QTest::newRow("no class") << "|||" << QStringList { "class: No class is set" };
-        QTest::newRow("skin, face and voice gone")
-            << "BotPack.TMale1Bot|SoldierSkins.blkt|SoldierSkins.Malcom|BotPack.VoiceGone"
-            << QStringList { "skin: Skin \"SoldierSkins.blkt\" is not installed",
-                   "face: Face \"SoldierSkins.Malcom\" is not installed",
+        QTest::newRow("skin, face and voice gone") << "BotPack.TMale1Bot|SoldierSkins.blkt|SoldierSkins.Malcom|BotPack.VoiceGone"
+            << QStringList { "skin: Skin \"SoldierSkins.blkt\" is not installed", "face: Face \"SoldierSkins.Malcom\" is not installed",
                    "voice: Voice \"BotPack.VoiceGone\" is not installed" };
-        QTest::newRow("skin of another model")
-            << "BotPack.TMale1Bot|FCommandoSkins.goth|FCommandoSkins.Cryss|"
-            << QStringList { "skin: Skin \"FCommandoSkins.goth\" is not a skin of the class "
-                             "\"Male Commando\"" };
-        QTest::newRow("face of another skin")
-            << "BotPack.TMale1Bot|CommandoSkins.cmdo|CommandoSkins.Luthor|"
-            << QStringList { "face: Face \"CommandoSkins.Luthor\" is not a face of the skin "
-                             "\"Commando\"" };
+        QTest::newRow("skin of another model") << "BotPack.TMale1Bot|FCommandoSkins.goth|FCommandoSkins.Cryss|"
+            << QStringList { "skin: Skin \"FCommandoSkins.goth\" is not a skin of the class \"Male Commando\"" };
+        QTest::newRow("face of another skin") << "BotPack.TMale1Bot|CommandoSkins.cmdo|CommandoSkins.Luthor|"
+            << QStringList { "face: Face \"CommandoSkins.Luthor\" is not a face of the skin \"Commando\"" };
+        // clang-format on
     }
 
     void checkSlot()
     {
         QFETCH(QString, bot);
-        QFETCH(QStringList, problems);
         const QStringList names = bot.split('|');
         BotRoster roster;
         roster.BotClasses[5] = names.at(0);
@@ -53,28 +140,22 @@ private slots:
             QCOMPARE(problem.value, names.at(int(problem.field)));
             found.append(SlotFieldName(problem.field) + ": " + problem.text);
         }
-        QCOMPARE(found, problems);
+        QTEST(found, "problems");
     }
 
-    // Every one of the 14 fields goes into the slot and comes back out.
-    void copyAndPasteCarryEveryField()
+    // Every one of the 14 fields goes into the slot and comes back out; a
+    // move swaps whole slots, never past either end.
+    void slotsCopyAndMoveWhole()
     {
-        const BotSlot bot { "Zed", 2, "A.Class", "A.Skin", "A.Face", "A.Voice", 5, 35, "0.500000",
-            -20, 7, -3, "BotPack.Ripper", 1 };
         BotRoster roster;
         SetDefaults(roster);
         const BotRoster before = roster;
+        const BotSlot bot { "Zed", 2, "A.Class", "A.Skin", "A.Face", "A.Voice", 5, 35, "0.500000",
+            -20, 7, -3, "BotPack.Ripper", 1 };
         bot.toRoster(roster, 3);
         QCOMPARE(BotSlot::fromRoster(roster, 3), bot);
         BotSlot::fromRoster(before, 3).toRoster(roster, 3);
         QCOMPARE(roster, before);
-    }
-
-    void moveSlot()
-    {
-        BotRoster roster;
-        SetDefaults(roster);
-        const BotRoster before = roster;
         for (const auto &[slot, offset] : { std::pair { 0, -1 }, { 31, 1 }, { 32, -1 }, { -1, 1 } })
             QVERIFY(!MoveSlot(roster, slot, offset));
         QCOMPARE(roster, before);

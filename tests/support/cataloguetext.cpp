@@ -6,48 +6,43 @@ using namespace Qt::StringLiterals;
 
 QString classLine(const QString &name, const QString &description)
 {
-    return QStringLiteral("Object=(Name=%1,Class=Class,MetaClass=Botpack.Bot,Description=\"%2\")")
-        .arg(name, description);
+    return u"Object=(Name=%1,Class=Class,MetaClass=Botpack.Bot,Description=\"%2\")"_s.arg(
+        name, description);
 }
 
 QString voiceLine(const QString &name, const QString &metaClass)
 {
-    return QStringLiteral("Object=(Name=%1,Class=Class,MetaClass=%2,Description=\"V\")")
-        .arg(name, metaClass);
+    return u"Object=(Name=%1,Class=Class,MetaClass=%2,Description=\"V\")"_s.arg(name, metaClass);
 }
 
 QString textureLine(const QString &name, const QString &description)
 {
-    return QStringLiteral("Object=(Name=%1,Class=Texture,Description=\"%2\")")
-        .arg(name, description);
+    return u"Object=(Name=%1,Class=Texture,Description=\"%2\")"_s.arg(name, description);
 }
 
 QStringList catalogueText(const ModelCatalogue &catalogue)
 {
     QStringList text;
     for (const MISCLASS &model : catalogue.MISCCLASSES) {
-        if (model.ClassName.isEmpty())
-            continue;
         QStringList skins;
         for (const SkinEntry &skin : model.Skins) {
-            if (skin.Description.isEmpty())
-                continue;
             QStringList faces;
             for (const FaceEntry &face : skin.Faces) {
                 if (!face.FaceName.isEmpty())
                     faces.append(face.FaceName + u'|' + face.Description);
             }
-            skins.append(skin.SkinName + u'|' + skin.Description
-                + (faces.isEmpty() ? QString() : u" ["_s + faces.join(u", ") + u']'));
+            if (!skin.Description.isEmpty())
+                skins.append(skin.SkinName + u'|' + skin.Description
+                    + (faces.isEmpty() ? QString() : u" ["_s + faces.join(u", ") + u']'));
         }
-        text.append(model.ClassName + u'|' + model.Description + u'|' + model.SkinType
-            + (skins.isEmpty() ? QString() : u": "_s + skins.join(u", ")));
+        if (!model.ClassName.isEmpty())
+            text.append(model.ClassName + u'|' + model.Description + u'|' + model.SkinType
+                + (skins.isEmpty() ? QString() : u": "_s + skins.join(u", ")));
     }
     for (const VoiceEntry &voice : catalogue.VoiceList) {
         if (!voice.VoiceClass.isEmpty())
-            text.append(QStringLiteral("voice %1|%2|%3")
-                            .arg(voice.VoiceClass, voice.Description)
-                            .arg(voice.VoiceKind));
+            text.append(
+                u"voice %1|%2|%3"_s.arg(voice.VoiceClass, voice.Description).arg(voice.VoiceKind));
     }
     for (const UnmatchedSkin &skin : catalogue.UnmatchedSkins) {
         if (!skin.FilePath.isEmpty())

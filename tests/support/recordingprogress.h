@@ -29,7 +29,7 @@ public:
 
     void processError(const RunError &error, const QString &message) override
     {
-        errors.append({error.number(), error.description(), message});
+        errors.append({ error.number(), error.description(), message });
     }
 
     QStringList messages() const
@@ -43,8 +43,7 @@ public:
     struct Entry
     {
         int number;
-        QString description;
-        QString message;
+        QString description, message;
     };
     QList<Entry> errors;
 };

@@ -4,18 +4,13 @@ namespace {
 
 SkinEntry skin(const QString &name, const QString &description, QList<FaceEntry> faces)
 {
-    faces.append(FaceEntry());
-    return { name, description, faces };
+    return { name, description, faces << FaceEntry() };
 }
 
 MISCLASS model(const QString &className, const QString &description, QList<SkinEntry> skins = {})
 {
-    MISCLASS entry = newClassSlot();
-    entry.ClassName = className;
-    entry.Description = description;
-    if (!skins.isEmpty())
-        entry.Skins = skins << newSkinSlot();
-    return entry;
+    return { className, description, {},
+        skins.isEmpty() ? newClassSlot().Skins : skins << newSkinSlot() };
 }
 
 } // namespace
