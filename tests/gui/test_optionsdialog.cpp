@@ -10,35 +10,30 @@
 #include "startup/forms/frmSplash.h"
 #include "startup/forms/startupsequence.h"
 
-#include <QAccessible>
 #include <QAction>
 #include <QGroupBox>
 #include <QTabWidget>
 
 namespace {
 
-// Files as "name=content", folders as "name/", in name order.
+// Files as "name=content", folders as "name/", in name order; "gone" for a
+// folder that is not there.
 QStringList listing(const QString &directory)
 {
     QStringList entries;
-    const QFileInfoList infos = QDir(directory).entryInfoList(
-        QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
-    for (const QFileInfo &info : infos)
-        entries << (info.isDir() ? info.fileName() + "/"
-                                 : info.fileName() + "=" + readTestFile(info.filePath()));
-    return entries;
+    for (const QFileInfo &info : QDir(directory).entryInfoList(
+             QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name))
+        entries << info.fileName() + (info.isDir() ? "/" : "=" + readTestFile(info.filePath()));
+    return QFileInfo::exists(directory) ? entries : QStringList { "gone" };
 }
 
 void makeEntries(const QString &directory, const QStringList &entries)
 {
     QVERIFY(QDir().mkpath(directory));
-    for (const QString &entry : entries) {
-        if (entry.endsWith('/'))
-            QVERIFY(QDir(directory).mkdir(entry.chopped(1)));
-        else
-            QVERIFY(writeTestFile(
-                directory + entry.section('=', 0, 0), entry.section('=', 1).toUtf8()));
-    }
+    for (const QString &entry : entries)
+        QVERIFY(entry.endsWith('/') ? QDir(directory).mkdir(entry.chopped(1))
+                                    : writeTestFile(directory + entry.section('=', 0, 0),
+                                        entry.section('=', 1).toUtf8()));
 }
 
 const QString MoveQuestion = "Configuration Files Exist!|Move files to new directory?\r\n\r\n"
@@ -56,6 +51,27 @@ const QString RestartMessage
 class TestOptionsDialog : public QObject
 {
     Q_OBJECT
+
+    struct MoveCase
+    {
+        QStringList oldFiles, newFiles;
+        QString newFolder;
+        QStringList messages, oldAfter, newAfter;
+        bool labelShowsNew;
+    };
+    struct GameCase
+    {
+        QStringList games;
+        bool autoClose;
+        int restarts;
+        bool pathsChanged;
+        QString unsaved;
+    };
+    struct BossCase
+    {
+        int fileMode, click;
+        bool reopen, written;
+    };
 
 private slots:
     void initTestCase()
@@ -75,13 +91,12 @@ private slots:
     void init()
     {
         m_dir = std::make_unique<QTemporaryDir>();
-        QVERIFY(m_dir->isValid());
         m_root = native(m_dir->path() + "/");
         // Nothing to propose: the path dialogs show what they are given.
         qputenv("HOME", QFile::encodeName(m_root + "home"));
         setProgramDir(m_root + "program");
-        QVERIFY(writeTestFile(m_root + native("program/int.ini"), ""));
-        QVERIFY(writeTestFile(m_root + native("program/pattern.ini"), ""));
+        QVERIFY(writeTestFile(m_root + native("program/int.ini"), "")
+            && writeTestFile(m_root + native("program/pattern.ini"), ""));
         m_configs = m_root + native("configs/");
         QVERIFY(QDir().mkpath(m_configs));
         for (const QString game : { "A", "B" }) {
@@ -90,9 +105,8 @@ private slots:
             QVERIFY(writeTestFile(system + "Models.int",
                 crlf({ "[Public]",
                     "Object=(Name=Botpack.Model" + game
-                        + "Bot,Class=Class,"
-                          "MetaClass=Botpack.Bot,Description=\"Model"
-                        + game + "\")" })));
+                        + "Bot,Class=Class,MetaClass=Botpack.Bot,Description=\"Model" + game
+                        + "\")" })));
             QVERIFY(writeTestFile(system + "Lost" + game + ".int",
                 crlf({ "[Public]",
                     "Object=(Name=Lost.skin1,Class=Texture,Description=\"Lost\")" })));
@@ -102,12 +116,10 @@ private slots:
             m_gameA + native("System/SkeletalCharsFix313.int"), bossPackageText(true, true)));
         QVERIFY(writeTestFile(m_root + native("program/options.ini"),
             crlf({ "[SplashScreen]", "0", "", "[UTPath]", "0", m_configs, m_gameA })));
-
         AppOptions() = Options();
         m_reports.clear();
         m_prompt = std::make_unique<ScriptedPrompt>();
         Main();
-        QVERIFY(isFormLoaded<frmSplash>());
         theForm<frmSplash>().cmdClose->click();
         QVERIFY(theForm<frmBots>().isVisible());
         // The splash keeps its box's state in the options when it goes.
@@ -160,26 +172,10 @@ private slots:
         expected.sort();
         QCOMPARE(texts, expected);
         QCOMPARE(dialog.SSTab1->currentIndex(), 0);
-        QVERIFY(dialog.optPathChange.at(0)->isChecked());
-        QVERIFY(!dialog.PathsChanged);
+        QVERIFY(dialog.optPathChange.at(0)->isChecked() && !dialog.PathsChanged);
         // Modal over everything, yet no child of the window a restart replaces.
         QCOMPARE(dialog.parentWidget(), nullptr);
         QCOMPARE(QApplication::activeModalWidget(), &dialog);
-
-        QStringList unnamed;
-        for (int tab = 0; tab < dialog.SSTab1->count(); ++tab) {
-            dialog.SSTab1->setCurrentIndex(tab);
-            for (QWidget *control : dialog.findChildren<QWidget *>()) {
-                if (!(control->focusPolicy() & Qt::TabFocus) || !control->isVisibleTo(&dialog))
-                    continue;
-                QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(control);
-                if (!accessible || accessible->text(QAccessible::Name).trimmed().isEmpty())
-                    unnamed << QString(control->metaObject()->className()) + ":"
-                            + control->objectName();
-            }
-        }
-        QVERIFY2(unnamed.isEmpty(), qPrintable(unnamed.join(", ")));
-
         theForm<frmBots>().closeAllForms();
         QVERIFY(!isFormLoaded<dlgOptions>());
     }
@@ -187,44 +183,30 @@ private slots:
     // clang-format off
     void configFolderMove_data()
     {
-        QTest::addColumn<QStringList>("oldFiles");    // "name=content", "name/" a folder
-        QTest::addColumn<QStringList>("newFiles");
-        QTest::addColumn<QString>("newFolder");       // inside the test folder
-        QTest::addColumn<QStringList>("messages");    // "FileOP:name" for FileOP's failure; a question
-                                                      // answered No ends with " No", else Yes
-        QTest::addColumn<QStringList>("oldAfter");    // empty: the old folder is gone
-        QTest::addColumn<QStringList>("newAfter");
-        QTest::addColumn<bool>("labelShowsNew");
-
+        QTest::addColumn<MoveCase>("c"); // entries of the old and new folders before, the new folder, the messages
+            // ("FileOP:name" for FileOP's failure; " No" after a question answered No), the folders after
         const QStringList two { "B.QVN=B", "a.qvn=A" };
         const QStringList withBackup { ".directory=D", "a.qvn=A", "curconfig_bkup_(1-2-2024-3-4-5).qvn2=K" };
-        QTest::newRow("no configurations") << QStringList { "notes.txt=N" } << QStringList {} << "new/" << QStringList {} << QStringList { "notes.txt=N" } << QStringList {} << true;
-        QTest::newRow("No keeps them") << two << QStringList {} << "new/" << QStringList { MoveQuestion + " No" } << two << QStringList {} << false;
-        QTest::newRow("moved, replacing, folder removed") << two << QStringList { "a.qvn=older" } << "new/" << QStringList { MoveQuestion } << QStringList {} << two << false;
-        QTest::newRow("backup left, Yes deletes it") << withBackup << QStringList {} << "new/" << QStringList { MoveQuestion, LeftQuestion } << QStringList {} << QStringList { "a.qvn=A" } << false;
-        QTest::newRow("backup left, No keeps it") << withBackup << QStringList {} << "new/" << QStringList { MoveQuestion, LeftQuestion + " No" } << QStringList { ".directory=D", "curconfig_bkup_(1-2-2024-3-4-5).qvn2=K" } << QStringList { "a.qvn=A" } << false;
-        QTest::newRow("a subfolder keeps the folder") << QStringList { "a.qvn=A", "sub/" } << QStringList {} << "new/" << QStringList { MoveQuestion, LeftQuestion } << QStringList { "sub/" } << QStringList { "a.qvn=A" } << false;
-        QTest::newRow("a folder in the way") << QStringList { "a.qvn=A", "b.qvn=B", "c.qvn2=C" } << QStringList { "b.qvn/" } << "new/" << QStringList { MoveQuestion, "FileOP:b.qvn" } << QStringList { "b.qvn=B", "c.qvn2=C" } << QStringList { "a.qvn=A", "b.qvn/" } << false;
-        QTest::newRow("the same folder by another name") << two << QStringList {} << "configs/./" << QStringList {} << two << two << true;
+        QTest::newRow("no configurations") << MoveCase { { "notes.txt=N" }, {}, "new/", {}, { "notes.txt=N" }, {}, true };
+        QTest::newRow("No keeps them") << MoveCase { two, {}, "new/", { MoveQuestion + " No" }, two, {}, false };
+        QTest::newRow("moved, replacing, folder removed") << MoveCase { two, { "a.qvn=older" }, "new/", { MoveQuestion }, { "gone" }, two, false };
+        QTest::newRow("backup left, Yes deletes it") << MoveCase { withBackup, {}, "new/", { MoveQuestion, LeftQuestion }, { "gone" }, { "a.qvn=A" }, false };
+        QTest::newRow("backup left, No keeps it") << MoveCase { withBackup, {}, "new/", { MoveQuestion, LeftQuestion + " No" }, { ".directory=D", "curconfig_bkup_(1-2-2024-3-4-5).qvn2=K" }, { "a.qvn=A" }, false };
+        QTest::newRow("a subfolder keeps the folder") << MoveCase { { "a.qvn=A", "sub/" }, {}, "new/", { MoveQuestion, LeftQuestion }, { "sub/" }, { "a.qvn=A" }, false };
+        QTest::newRow("a folder in the way") << MoveCase { { "a.qvn=A", "b.qvn=B", "c.qvn2=C" }, { "b.qvn/" }, "new/", { MoveQuestion, "FileOP:b.qvn" }, { "b.qvn=B", "c.qvn2=C" }, { "a.qvn=A", "b.qvn/" }, false };
+        QTest::newRow("the same folder by another name") << MoveCase { two, {}, "configs/./", {}, two, two, true };
     }
     // clang-format on
 
     void configFolderMove()
     {
-        QFETCH(QStringList, oldFiles);
-        QFETCH(QStringList, newFiles);
-        QFETCH(QString, newFolder);
-        QFETCH(QStringList, messages);
-        QFETCH(QStringList, oldAfter);
-        QFETCH(QStringList, newAfter);
-        QFETCH(bool, labelShowsNew);
-
-        makeEntries(m_configs, oldFiles);
-        const QString newDir = m_root + native(newFolder);
-        if (!newFiles.isEmpty())
-            makeEntries(newDir, newFiles);
+        QFETCH(MoveCase, c);
+        makeEntries(m_configs, c.oldFiles);
+        const QString newDir = m_root + native(c.newFolder);
+        if (!c.newFiles.isEmpty())
+            makeEntries(newDir, c.newFiles);
         QStringList expected;
-        for (QString message : messages) {
+        for (QString message : std::as_const(c.messages)) {
             if (message.startsWith("FileOP:")) {
                 message = "75|Error in modCommon.FileOP.\r\n\r\nError Desc: Path/File access "
                           "error\r\n\r\nSkipping file: "
@@ -241,13 +223,11 @@ private slots:
         QCOMPARE(change(1, newDir),
             "Is this your correct Configuration path?|" + m_configs + "|" + m_configs);
         QCOMPARE(askedMarkingNo(*m_prompt), expected);
-        QCOMPARE(listing(m_configs), oldAfter);
-        QCOMPARE(QFileInfo::exists(m_configs), !oldAfter.isEmpty());
-        QCOMPARE(listing(newDir), newAfter);
+        QCOMPARE(listing(m_configs) + QStringList("new:") + listing(newDir),
+            c.oldAfter + QStringList("new:") + c.newAfter);
         QCOMPARE(AppOptions().ConfigPath, newDir);
-        QCOMPARE(dialog.lblConfigPath->text(), labelShowsNew ? newDir : m_configs);
+        QCOMPARE(dialog.lblConfigPath->text(), c.labelShowsNew ? newDir : m_configs);
         QVERIFY(dialog.PathsChanged);
-
         // The same folder again changes nothing, even after a change.
         QCOMPARE(change(1, newDir).section('|', 2), newDir);
         QVERIFY(!dialog.PathsChanged);
@@ -257,33 +237,37 @@ private slots:
     // clang-format off
     void gameFolderChange_data()
     {
-        QTest::addColumn<QStringList>("games");       // chosen in turn
-        QTest::addColumn<bool>("autoClose");          // the box, ticked before the changes
-        QTest::addColumn<int>("restarts");
-        QTest::addColumn<bool>("pathsChanged");
-
-        QTest::newRow("same folder") << QStringList { "A" } << false << 0 << false;
-        QTest::newRow("new folder, splash would wait") << QStringList { "B" } << false << 1 << true;
-        QTest::newRow("new folder, splash closes itself") << QStringList { "B" } << true << 1 << true;
-        QTest::newRow("new, then the same again") << QStringList { "B", "B" } << false << 1 << false;
-        QTest::newRow("there and back") << QStringList { "B", "A" } << true << 2 << true;
+        QTest::addColumn<GameCase>("c"); // games chosen in turn, the box ticked before; the answer to save an unsaved list
+        QTest::newRow("same folder") << GameCase { { "A" }, false, 0, false, "" };
+        QTest::newRow("new folder, splash would wait") << GameCase { { "B" }, false, 1, true, "" };
+        QTest::newRow("new folder, splash closes itself") << GameCase { { "B" }, true, 1, true, "" };
+        QTest::newRow("new, then the same again") << GameCase { { "B", "B" }, false, 1, false, "" };
+        QTest::newRow("there and back") << GameCase { { "B", "A" }, true, 2, true, "" };
+        QTest::newRow("unsaved list, No drops it") << GameCase { { "B" }, false, 1, true, "No" };
+        QTest::newRow("unsaved list, Cancel keeps the game folder") << GameCase { { "B" }, false, 0, false, "Cancel" };
     }
     // clang-format on
 
+    // A new game folder runs the start-up again for a fresh editor; a list
+    // not yet saved is offered for saving first.
     void gameFolderChange()
     {
-        QFETCH(QStringList, games);
-        QFETCH(bool, autoClose);
-        QFETCH(int, restarts);
-        QFETCH(bool, pathsChanged);
-
+        QFETCH(GameCase, c);
+        QStringList expected;
+        if (!c.unsaved.isEmpty()) {
+            theForm<frmBots>().mnuFileNew->trigger();
+            m_prompt->answerNext(c.unsaved == "No" ? MessageAnswer::No : MessageAnswer::Cancel);
+            expected << "Save Current Configuration?|Your current config is not saved.\r\n\r\n"
+                        "   Yes = Save current configuration and then restart.\r\n\r\n"
+                        "    No = Loose current configuration and then restart.\r\n\r\n"
+                        "Cancel = Cancel this operation.";
+        }
+        Roster().BotNames[0] = "Edited";
         dlgOptions &dialog = openOptions();
-        dialog.chkAutoClose->setChecked(autoClose);
-        QStringList pathDialogs;
-        QStringList expectedPathDialogs;
-        QStringList expectedReports { "LostA.int" };
+        dialog.chkAutoClose->setChecked(c.autoClose);
+        QStringList pathDialogs, expectedPathDialogs, expectedReports { "LostA.int" };
         QString game = m_gameA;
-        for (const QString &name : games) {
+        for (const QString &name : std::as_const(c.games)) {
             expectedPathDialogs << "Is this your correct UT Path?|Is this the correct Unreal "
                                    "Tournament path to use?|"
                     + game;
@@ -292,113 +276,69 @@ private slots:
             pathDialogs << change(0, chosen);
             // The start-up runs again once Change has returned.
             QVERIFY(before);
-            if (chosen != game) {
+            if (chosen != game && c.unsaved != "Cancel") {
                 expectedReports << "Lost" + name + ".int";
                 QTRY_VERIFY(!before && isFormLoaded<frmBots>() && dialog.OKButton->isEnabled());
                 QTRY_COMPARE(QApplication::activeWindow(), &dialog);
+                game = chosen;
             }
             QVERIFY(isFormLoaded<frmBots>() && theForm<frmBots>().isVisible());
-            game = chosen;
         }
 
         QCOMPARE(pathDialogs, expectedPathDialogs);
-        QCOMPARE(askedMarkingNo(*m_prompt), QStringList(restarts, RestartMessage));
+        QCOMPARE(askedMarkingNo(*m_prompt), expected + QStringList(c.restarts, RestartMessage));
         QCOMPARE(m_reports, expectedReports);
-        QCOMPARE(theForm<frmBots>().cmbClass->itemText(0), "Model" + games.last());
+        QCOMPARE(theForm<frmBots>().cmbClass->itemText(0), "Model" + game.right(2).left(1));
+        QCOMPARE(
+            theForm<frmBots>().lblCurrentFile->text(), c.unsaved == "Cancel" ? "(Un-Named)" : "");
+        QCOMPARE(Roster().BotNames[0] == "Edited", c.restarts == 0);
         QCOMPARE(AppOptions().UTPath, game);
-        QCOMPARE(AppOptions().AutoCloseSplash, qint16(autoClose ? 1 : 0));
+        QCOMPARE(AppOptions().AutoCloseSplash, qint16(c.autoClose ? 1 : 0));
         QVERIFY(!RestartRequested());
         QTRY_VERIFY(!isFormLoaded<frmSplash>());
-        // The new main window, with the dialog still open and usable over it.
+        // The new main window, with the dialog still open and usable over it;
+        // only game A has the boss package.
         QVERIFY(dialog.isVisible() && dialog.SSTab1->isEnabled());
         QCOMPARE(QApplication::activeModalWidget(), &dialog);
         QCOMPARE(dialog.lblUTPath->text(), game);
-        // Only game A has the boss package.
         QCOMPARE(dialog.Frame1->isEnabled(), game == m_gameA);
-        QCOMPARE(dialog.PathsChanged, pathsChanged);
-
+        QCOMPARE(dialog.PathsChanged, c.pathsChanged);
         const QString optionsFile = m_root + native("program/options.ini");
         QCOMPARE(readTestFile(optionsFile),
-            crlf({ "[SplashScreen]", restarts ? (autoClose ? "1" : "0") : "0", "", "[UTPath]", "0",
-                m_configs, restarts ? game : m_gameA }));
+            crlf({ "[SplashScreen]", c.restarts && c.autoClose ? "1" : "0", "", "[UTPath]", "0",
+                m_configs, c.restarts ? game : m_gameA }));
         QVERIFY(QFile::remove(optionsFile));
         okAndWait();
         QVERIFY(!isFormLoaded<dlgOptions>());
-        QCOMPARE(QFileInfo::exists(optionsFile), pathsChanged);
+        QCOMPARE(QFileInfo::exists(optionsFile), c.pathsChanged);
         QVERIFY(theForm<frmBots>().isVisible());
     }
 
-    void unsavedListBeforeRestart_data()
-    {
-        QTest::addColumn<MessageAnswer>("answer");
-        QTest::newRow("cancel keeps the game folder") << MessageAnswer::Cancel;
-        QTest::newRow("no drops the list") << MessageAnswer::No;
-    }
-
-    // A new game folder rebuilds the editor: a list not yet saved is offered
-    // for saving first, and Cancel keeps everything as it was.
-    void unsavedListBeforeRestart()
-    {
-        QFETCH(MessageAnswer, answer);
-
-        const bool restarts = answer == MessageAnswer::No;
-        theForm<frmBots>().mnuFileNew->trigger();
-        const QPointer<frmBots> editor = &theForm<frmBots>();
-        openOptions();
-        m_prompt->answerNext(answer);
-        change(0, m_root + native("gameB/"));
-
-        const QString question
-            = "Save Current Configuration?|Your current config is not saved.\r\n\r\n"
-              "   Yes = Save current configuration and then restart.\r\n\r\n"
-              "    No = Loose current configuration and then restart.\r\n\r\n"
-              "Cancel = Cancel this operation.";
-        QCOMPARE(askedMarkingNo(*m_prompt),
-            QStringList({ question, RestartMessage }).mid(0, restarts ? 2 : 1));
-        QCOMPARE(AppOptions().UTPath, restarts ? m_root + native("gameB/") : m_gameA);
-        if (restarts)
-            QTRY_VERIFY(
-                !editor && isFormLoaded<frmBots>() && theForm<dlgOptions>().OKButton->isEnabled());
-        else
-            QCOMPARE(editor->lblCurrentFile->text(), "(Un-Named)");
-        okAndWait();
-    }
-
-    // clang-format off
     void bossChoice_data()
     {
-        QTest::addColumn<int>("fileMode");   // -1: the game has no boss package
-        QTest::addColumn<int>("click");      // -1: none
-        QTest::addColumn<bool>("reopen");    // closed without OK and opened again first
-        QTest::addColumn<bool>("written");
-
-        QTest::newRow("both on, kept") << 0 << -1 << false << false;
-        QTest::newRow("plain chosen") << 0 << 0 << false << true;
-        QTest::newRow("male voices chosen") << 1 << 1 << false << true;
-        QTest::newRow("both chosen") << 2 << 2 << false << true;
-        QTest::newRow("current choice clicked") << 1 << 0 << false << false;
-        QTest::newRow("reopened without OK") << 0 << 0 << true << false;
-        QTest::newRow("no boss package") << -1 << -1 << false << false;
+        QTest::addColumn<BossCase>(
+            "c"); // the file's mode (-1: no boss package), the choice clicked (-1: none)
+        QTest::newRow("both on, kept") << BossCase { 0, -1, false, false };
+        QTest::newRow("plain chosen") << BossCase { 0, 0, false, true };
+        QTest::newRow("both chosen") << BossCase { 2, 2, false, true };
+        QTest::newRow("current choice clicked") << BossCase { 1, 0, false, false };
+        QTest::newRow("closed without OK, reopened") << BossCase { 0, 0, true, false };
+        QTest::newRow("no boss package") << BossCase { -1, -1, false, false };
     }
-    // clang-format on
 
     void bossChoice()
     {
-        QFETCH(int, fileMode);
-        QFETCH(int, click);
-        QFETCH(bool, reopen);
-        QFETCH(bool, written);
-
+        QFETCH(BossCase, c);
         const QString package = m_gameA + native("System/SkeletalCharsFix313.int");
-        QVERIFY(fileMode < 0
+        QVERIFY(c.fileMode < 0
                 ? QFile::remove(package)
-                : writeTestFile(package, bossPackageText(fileMode != 2, fileMode != 1)));
+                : writeTestFile(package, bossPackageText(c.fileMode != 2, c.fileMode != 1)));
         const QByteArray before = readTestFile(package);
         dlgOptions *dialog = &openOptions();
-        const int shown = BossChoiceOfMode(fileMode < 0 ? 2 : fileMode);
+        const int shown = BossChoiceOfMode(c.fileMode < 0 ? 2 : c.fileMode);
         QVERIFY(dialog->optChoice.at(shown)->isChecked());
-        QCOMPARE(dialog->Frame1->isEnabled(), fileMode >= 0);
-        if (fileMode >= 0) {
+        QCOMPARE(dialog->Frame1->isEnabled(), c.fileMode >= 0);
+        if (c.fileMode >= 0) {
             // From inside the dialog's pages, the Boss tab takes the keyboard
             // to the choice that is on.
             dialog->cmdChange->setFocus();
@@ -406,18 +346,17 @@ private slots:
             QCOMPARE(dialog->SSTab1->currentIndex(), 1);
             QCOMPARE(QApplication::focusWidget(), dialog->optChoice.at(shown));
         }
-        if (click >= 0)
-            dialog->optChoice.at(click)->click();
-        if (reopen) {
+        if (c.click >= 0)
+            dialog->optChoice.at(c.click)->click();
+        if (c.reopen) {
             unloadForm<dlgOptions>();
             dialog = &openOptions();
             QVERIFY(dialog->optChoice.at(shown)->isChecked());
         }
         okAndWait();
-
-        QCOMPARE(readTestFile(package) != before, written);
-        if (click >= 0 && !reopen)
-            QCOMPARE(ReadBossMode(m_gameA), BossModeOfChoice(click));
+        QCOMPARE(readTestFile(package) != before, c.written);
+        if (c.click >= 0 && !c.reopen)
+            QCOMPARE(ReadBossMode(m_gameA), BossModeOfChoice(c.click));
         QCOMPARE(askedMarkingNo(*m_prompt), QStringList());
     }
 

@@ -1,7 +1,11 @@
+#include "catalogue/forms/dlgNewBoss.h"
+#include "catalogue/forms/frmBadFiles.h"
+#include "catalogue/forms/frmPattern.h"
+#include "catalogue/patternfile.h"
+#include "catalogue/unmatchedlist.h"
 #include "configfiles/forms/dlgChangePath.h"
 #include "configfiles/forms/dlgDescr.h"
 #include "configfiles/forms/dlgError.h"
-#include "roster/forms/frmBots.h"
 #include "startup/forms/dlgChangeConfigPath.h"
 #include "startup/forms/dlgCorrectUTPath.h"
 #include "startup/forms/dlgFirstRun.h"
@@ -14,14 +18,13 @@
 #include "editorfixture.h"
 #include "samplecatalogue.h"
 #include "screenshots.h"
-#include "testfiles.h"
 
-#include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QTreeWidget>
 
 namespace {
 
@@ -40,7 +43,6 @@ QWidget *splash()
 // when editing, as a user edits a list, for the README.
 QWidget *mainWindow(bool editing)
 {
-    Catalogue() = SampleCatalogue();
     auto *form = new frmBots;
     prepareLikeStartup(*form);
     if (editing) {
@@ -50,11 +52,9 @@ QWidget *mainWindow(bool editing)
     return form;
 }
 
-// One picture per tab, of a game with the boss package, so that the Boss
-// tab's choices are live; the paths shown are the usual ones on Windows.
+// One picture per tab; the paths shown are the usual ones on Windows.
 QWidget *options(int tab)
 {
-    AppOptions().UTPath = ProgramDir() + "UnrealTournament/";
     auto *dialog = new dlgOptions;
     dialog->lblUTPath->setText("C:\\UnrealTournament\\");
     dialog->lblConfigPath->setText("C:\\UnrealTournament\\Configs\\");
@@ -72,10 +72,34 @@ QWidget *errorDialog()
     return dialog;
 }
 
+const QStringList unmatched { "C:\\UnrealTournament\\System\\MyGuySkins.int",
+    "C:\\UnrealTournament\\System\\TinManPack.int", "C:\\UnrealTournament\\System\\ZedWarriors.int",
+    "C:\\UnrealTournament\\System\\OddBall.int" };
+
+QWidget *report()
+{
+    auto *form = new frmBadFiles;
+    form->setFiles(unmatched);
+    form->lstFileList->topLevelItem(0)->setCheckState(0, Qt::Checked);
+    form->lstFileList->topLevelItem(2)->setCheckState(0, Qt::Checked);
+    return form;
+}
+
+QWidget *patternEditor()
+{
+    ContinueToPatternEditor(unmatched.mid(0, 3));
+    PatternEditorFiles()[0].modelDescription = "Male Commando";
+    auto *form = new frmPattern;
+    form->lstFiles->setCurrentItem(form->lstFiles->topLevelItem(1));
+    form->cmbModelAssoc->setCurrentText("Female Warrior");
+    return form;
+}
+
 } // namespace
 
-// Renders the start-up windows to PNG files a reviewer can open, and checks
-// that each shows its caption and a control it must show.
+// Renders the windows of the start-up, the catalogue's among them, to PNG
+// files a reviewer can open, over a game with the boss package, so that its
+// choices are live.
 class TestScreenshotsStartup : public QObject
 {
     Q_OBJECT
@@ -85,8 +109,16 @@ private slots:
     {
         QVERIFY(m_programDir.isValid());
         setProgramDir(m_programDir.path());
-        QVERIFY(writeTestFile(ProgramDir() + "UnrealTournament/System/SkeletalCharsFix313.int",
-            bossPackageText(true, false)));
+        AppOptions().UTPath = ProgramDir() + "UnrealTournament/";
+        QVERIFY(writeTestFile(
+            AppOptions().UTPath + "System/SkeletalCharsFix313.int", bossPackageText(true, true)));
+        Catalogue() = SampleCatalogue();
+        const QStringList skinTypes { "commando", "fcommando", "boss", "Robot", "warrior",
+            "robot2" };
+        for (qsizetype i = 0; i < skinTypes.size(); ++i)
+            Catalogue().MISCCLASSES[i].SkinType = skinTypes.at(i);
+        QVERIFY(writeTestFile(PatternFilePath(), "commando,MyHero,Soldier2\r\nwarrior,Amazon\r\n"));
+        LoadPatternList();
     }
 
     // clang-format off
@@ -110,10 +142,19 @@ private slots:
         QTest::newRow("dlgOptionsPaths") << FormShot { [] { return options(0); }, "Quorvane Options", "optPathChange=UT Path:" };
         QTest::newRow("dlgOptionsBoss") << FormShot { [] { return options(1); }, "Quorvane Options", "lblFilename=skeletalcharsfix313.int" };
         QTest::newRow("dlgOptionsOther") << FormShot { [] { return options(2); }, "Quorvane Options", "chkAutoClose=Auto Close Splash Screen" };
+        QTest::newRow("frmBadFiles") << FormShot { report, "These Skin files could not be matched to any Models...", "lblListHeader=PATH" };
+        QTest::newRow("frmPattern") << FormShot { patternEditor, "Create/Add Pattern to the Pattern File", "lblStep1=2. Choose the Model to associate the Skin file too:" };
+        QTest::newRow("dlgNewBoss") << FormShot { [] { return new dlgNewBoss; }, "Which WarBoss and Xan II models to use?", "lblBossChoice=Currently both boss models are turned on.  You only need one turned on.  I recommend the first choice below." };
     }
     // clang-format on
 
-    void forms() { shootFormRow(); }
+    void forms()
+    {
+        // Lists and a text box that no label names for a screen reader.
+        for (const char *row : { "dlgChangePath", "dlgDescr", "frmBadFiles", "frmPattern" })
+            QEXPECT_FAIL(row, "a list or text box without an accessible name", Continue);
+        shootFormRow();
+    }
 
 private:
     QTemporaryDir m_programDir;

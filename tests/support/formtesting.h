@@ -30,10 +30,6 @@
 #include <functional>
 #include <memory>
 
-// A table column of windows to build.
-using MakeWindow = std::function<QWidget *()>;
-Q_DECLARE_METATYPE(MakeWindow)
-
 // Runs `action` once the next modal dialog has started its event loop.
 inline void whenShown(std::function<void()> action)
 {
@@ -48,6 +44,15 @@ inline bool spontaneous(QWidget *window, QEvent &&event)
     QSpontaneKeyEvent::setSpontaneous(&event);
     qApp->notify(window, &event);
     return event.isAccepted();
+}
+
+// Neither the title bar nor Escape closes the shown `window`: only its own
+// buttons, or the program, do.
+inline bool closesOnlyThroughItsButtons(QWidget *window)
+{
+    QTest::keyClick(window, Qt::Key_Escape);
+    return !window->windowFlags().testFlag(Qt::WindowCloseButtonHint)
+        && !spontaneous(window, QCloseEvent()) && window->isVisible();
 }
 
 inline QString native(const QString &path)

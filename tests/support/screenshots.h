@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAccessible>
 #include <QDir>
 #include <QImage>
 #include <QMetaType>
@@ -31,6 +32,29 @@ inline bool saveScreenshot(const QImage &shot, const QString &name)
     return QDir().mkpath(dir) && looksDrawn(shot) && shot.save(dir + "/" + name + ".png");
 }
 
+// The controls of `form` a user works that the keyboard does not reach or a
+// screen reader cannot name, as "class:objectName". The buttons of a radio
+// group are reached with the arrow keys; Qt's own helpers and list headers
+// are left to Qt.
+inline QStringList unreachedOrUnnamed(const QWidget *form)
+{
+    QStringList wrong;
+    for (QWidget *control : form->findChildren<QWidget *>()) {
+        const bool works = control->inherits("QAbstractButton") || control->inherits("QComboBox")
+            || control->inherits("QLineEdit") || control->inherits("QAbstractItemView")
+            || control->inherits("QPlainTextEdit");
+        const bool tab = control->focusPolicy() & Qt::TabFocus;
+        if (!control->isVisibleTo(form) || !(works || tab) || control->inherits("QHeaderView")
+            || control->objectName().startsWith("qt_"))
+            continue;
+        const QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(control);
+        if ((!tab && !control->inherits("QRadioButton")) || !accessible
+            || accessible->text(QAccessible::Name).trimmed().isEmpty())
+            wrong << QString(control->metaObject()->className()) + ":" + control->objectName();
+    }
+    return wrong;
+}
+
 // One row of a table of windows to picture: how to build the window, its
 // caption, and "objectName=text" of a control it must show.
 struct FormShot
@@ -45,7 +69,8 @@ Q_DECLARE_METATYPE(FormShot)
 //     QTest::newRow("frmAbout")
 //         << FormShot { [] { return new frmAbout; }, "About Quorvane", "lblTitle=Quorvane" };
 // and shootFormRow() as the whole test function: it shows the row's window,
-// checks its caption and the control's text, and saves its picture under the
+// checks its caption, the control's text and that the keyboard reaches every
+// control a user works, each with a name, and saves its picture under the
 // row's name.
 inline void addFormShotColumn()
 {
@@ -57,6 +82,9 @@ inline void shootFormRow()
     QFETCH(FormShot, shot);
     std::unique_ptr<QWidget> form(shot.make());
     form->show();
+    // The first check, so that a row can expect it to fail.
+    const QStringList wrong = unreachedOrUnnamed(form.get());
+    QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(", ")));
     QVERIFY(QTest::qWaitForWindowExposed(form.get()));
     QCOMPARE(form->windowTitle(), shot.caption);
     // A label, a button or a box: anything with a text.
