@@ -90,6 +90,7 @@ frmPattern::frmPattern(QWidget *parent)
     Frame1->setObjectName("Frame1");
     fraSavedPatterns->setObjectName("fraSavedPatterns");
     tvwPatterns->setObjectName("tvwPatterns");
+    tvwPatterns->setAccessibleName(fraSavedPatterns->title());
     tvwPatterns->setHeaderHidden(true);
     tvwPatterns->setColumnCount(1);
     tvwPatterns->header()->setSectionResizeMode(QHeaderView::ResizeToContents);

@@ -21,6 +21,8 @@ QTreeWidget *skinFileList(QWidget *parent, const char *name, const QStringList &
 {
     auto *list = new QTreeWidget(parent);
     list->setObjectName(QString::fromLatin1(name));
+    // A label set as buddy does not name an item view for a screen reader.
+    list->setAccessibleName(QStringLiteral("Skin files"));
     list->setFont(QFont(QStringLiteral("Arial")));
     list->setColumnCount(int(headers.size()));
     list->setHeaderLabels(headers);

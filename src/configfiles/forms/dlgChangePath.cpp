@@ -90,6 +90,7 @@ dlgChangePath::dlgChangePath(QWidget *parent)
 
     lblDrive->setBuddy(driveOne);
     lblFolder->setBuddy(dirOne);
+    dirOne->setAccessibleName(QStringLiteral("Folder")); // a buddy does not name a tree
     lblNewFolder->setBuddy(txtNewFolder);
     dirOne->setHeaderHidden(true);
     dirOne->setUniformRowHeights(true);

@@ -21,6 +21,7 @@ dlgDescr::dlgDescr(QWidget *parent)
     setObjectName("dlgDescr");
     setWindowTitle("Enter Description");
     txtDescr->setObjectName("txtDescr");
+    txtDescr->setAccessibleName(windowTitle());
     cmdSave->setObjectName("cmdSave");
     CancelButton->setObjectName("CancelButton");
     lblWarning->setObjectName("lblWarning");
