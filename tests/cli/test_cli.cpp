@@ -1,3 +1,4 @@
+#include "buildconfig.h"
 #include "clirun.h"
 #include "testfiles.h"
 
@@ -29,65 +30,121 @@ private slots:
         QVERIFY(QDir(m_dir->path()).mkpath("program") && QDir(m_dir->path()).mkpath("configs"));
     }
 
-    void defaultsSaveOpenAndList()
+    // A roster saved from stdin opens as it was given, every description
+    // line with a space after it; list names every configuration.
+    void saveOpenDescribeAndList()
     {
-        QStringList values;
-        for (const QString key : { "BotNames[0]", "BotTeams[0]", "BotTeams[31]", "BotClasses[1]",
-                 "VoiceType[5]", "Alertness[18]", "CombatStyle[20]", "FavoriteWeapon[16]",
-                 "BotJumpy[30]", "Difficulty", "bAdjustSkill", "bRandomOrder", "Description" }) {
-            const QJsonValue value = m_defaultRoster.value(key.section('[', 0, 0));
-            const QJsonValue slot
-                = key.contains('[') ? value[key.section('[', 1).chopped(1).toInt()] : value;
-            values << key + '=' + slot.toVariant().toString();
-        }
-        QCOMPARE(values,
-            QStringList({ "BotNames[0]=Archon", "BotTeams[0]=255", "BotTeams[31]=3",
-                "BotClasses[1]=BotPack.TFemale2Bot", "VoiceType[5]=", "Alertness[18]=-30",
-                "CombatStyle[20]=-1.000000", "FavoriteWeapon[16]=Botpack.UT_FlakCannon",
-                "BotJumpy[30]=1", "Difficulty=0", "bAdjustSkill=false", "bRandomOrder=false",
-                "Description=" }));
         QCOMPARE(m_defaultRoster.size(), 18);
-        for (const QJsonValue &value : m_defaultRoster)
-            QVERIFY(!value.isArray() || value.toArray().size() == 32);
-
+        QCOMPARE(QJsonArray({ m_defaultRoster["BotNames"][0], m_defaultRoster["Alertness"][18],
+                     m_defaultRoster["CombatStyle"][20], m_defaultRoster["bAdjustSkill"] }),
+            QJsonArray({ "Archon", -30, "-1.000000", false }));
         QJsonObject roster = m_defaultRoster;
         QJsonArray names = roster.value("BotNames").toArray();
-        names.replace(3, u"Zoë=the=Brave"_s); // non-ASCII, and "=" inside a value
+        names.replace(3, u"Zoë=the=Brave"_s);
         roster.insert("BotNames", names);
         roster.insert("Difficulty", 5);
-        roster.insert("bAdjustSkill", true);
         roster.insert("Description", "Night matches, small maps");
         const CliRun save
             = cli({ "--config-dir", configDir(), "save", "night.qvn", "--roster", "-" },
                 QJsonDocument(roster).toJson());
-        QCOMPARE(save.err, QString());
+        QCOMPARE(save.err + save.out, QDir::toNativeSeparators(configDir() + "/night.qvn\n"));
         QCOMPARE(save.exitCode, 0);
         for (const QString name : { "zulu.qvn", "Alpha.qvn", "mike.QVN" })
             QCOMPARE(cli({ "save", name, "--config-dir", configDir() }).exitCode, 0);
         QVERIFY(writeTestFile(configDir() + "/notes.txt", "not a configuration"));
 
-        // Every description line reads back with a space after it.
         roster.insert("Description", "Night matches, small maps ");
-        const CliRun open = cli({ "open", "night.qvn", "--config-dir", configDir() });
-        QCOMPARE(open.exitCode, 0);
-        QCOMPARE(open.json().toObject(), roster);
-        const CliRun describe = cli({ "describe", "night.qvn", "--config-dir", configDir() });
-        QCOMPARE(describe.out, QByteArray("\"Night matches, small maps \"\n"));
-        QCOMPARE(describe.exitCode, 0);
-        const CliRun list = cli({ "list", "--config-dir", configDir() });
-        QCOMPARE(list.exitCode, 0);
+        QCOMPARE(
+            cli({ "open", "night.qvn", "--config-dir", configDir() }).json().toObject(), roster);
+        QCOMPARE(cli({ "describe", "night.qvn", "--config-dir", configDir() }).out,
+            "\"Night matches, small maps \"\n");
         QStringList listed;
-        for (const QJsonValue &entry : list.json().toArray())
+        for (const QJsonValue &entry :
+            cli({ "list", "--config-dir", configDir() }).json().toArray())
             listed << entry["file"].toString() + '|' + entry["description"].toString();
         QCOMPARE(listed,
             QStringList({ "Alpha.qvn| ", "mike.QVN| ", "night.qvn|Night matches, small maps ",
                 "zulu.qvn| " }));
     }
 
-    void refusesMalformedRosters_data()
+    // The user.ini files chosen, each once, in the order given, are printed
+    // and backed up.
+    void applyToChosenTargets()
     {
-        QTest::addColumn<QByteArray>("json");
-        QTest::addColumn<QString>("problem");
+        const QByteArray demo
+            = readTestFile(QUORVANE_SOURCE_DIR "/demo/UnrealTournament/System/User.ini");
+        for (const char *userIni : { "System/User.ini", "System64/User.ini", "Other/User.ini" })
+            QVERIFY(writeTestFile(gamePath(userIni), demo));
+        QCOMPARE(cli(dirs() + QStringList { "save", "Default.qvn" }).exitCode, 0);
+        const CliRun apply = cli(dirs()
+            + QStringList { "apply", "Default.qvn", "--backup", "--target",
+                gamePath("System64/User.ini"), "--target", gamePath("System/User.ini"), "--target",
+                gamePath("System64/User.ini") });
+        QCOMPARE(QString::fromUtf8(apply.out),
+            gamePath("System64/User.ini") + '\n' + gamePath("System/User.ini") + '\n');
+        QCOMPARE(apply.exitCode, 0);
+        QCOMPARE(readTestFile(gamePath("Other/User.ini")), demo);
+        QVERIFY(readTestFile(gamePath("System/User.ini")).contains("\r\nBotNames[0]=Archon\r\n"));
+        QCOMPARE(QDir(configDir()).entryList({ "curconfig_bkup_(*" }).size(), 2);
+    }
+
+    // Nothing outside the configuration directory is read or written, and
+    // nothing at all when a command is refused or its write fails.
+    void refusals_data()
+    {
+        QTest::addColumn<QStringList>("arguments"); // @ the game directory
+        QTest::addColumn<QByteArray>("input");
+        QTest::addColumn<qint64>("fileSizeLimit");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QString>("err"); // "start...end" where only those are known
+
+        const auto row = [](const char *tag, const QStringList &arguments, const QString &err,
+                             int exitCode = 2, qint64 fileSizeLimit = 0) {
+            QTest::newRow(tag) << arguments << QByteArray() << fileSizeLimit << exitCode << err;
+        };
+        row("no command", {}, "Usage: quorvane-cli...", 1);
+        row("unknown command", { "frobnicate" },
+            "quorvane-cli: unknown command 'frobnicate'; see '--help'\n", 1);
+        row("missing name", { "save" }, "quorvane-cli: missing argument; see 'save --help'\n", 1);
+        row("extra argument", { "open", "a.qvn", "b.qvn" },
+            "quorvane-cli: unexpected argument 'b.qvn'\n", 1);
+        row("unknown option", { "defaults", "--bogus" }, "quorvane-cli: Unknown option 'bogus'.\n",
+            1);
+        row("auto-close not a number", { "options", "--write", "--auto-close", "yes" },
+            "quorvane-cli: --auto-close needs a whole number, not 'yes'\n", 1);
+        row("change without --write", { "options", "--ut-path", "/x" },
+            "quorvane-cli: --auto-close, --config-path and --ut-path need --write\n", 1);
+
+        const QString outside = "Invalid File Name: \"%1\" is not a file name in the "
+                                "configuration folder: it has a directory part. Type a bare name "
+                                "such as Bots.qvn.\n";
+        row("save over the game's user.ini", { "save", "../game/System/User.ini", "--force" },
+            outside.arg("../game/System/User.ini"));
+        row("apply any file's lines", { "apply", "../file", "--backup" }, outside.arg("../file"));
+        row("open a file outside", { "open", "../file" }, outside.arg("../file"));
+        row("describe a file outside", { "describe", "../file" }, outside.arg("../file"));
+        row("save over a file without --force", { "save", "kept.qvn" },
+            "File Already Exists: This file exists, do you really want to over write it?\n");
+        row("apply a missing configuration", { "apply", "gone.qvn" },
+            "Missing File: Can't find gone.qvn.  Operation Aborted.\n");
+        row("apply to a missing target",
+            { "apply", "Default.qvn", "--target", "@/System/User.ini", "--target",
+                "@/System64/User.ini" },
+            "User.ini File Missing: Can't find user.ini.  Operation Aborted\n");
+        row("import a file without a bot list", { "import", "--from", "@/System/Other.ini" },
+            "Import from Game: Can't find...");
+#ifdef Q_OS_UNIX
+        // Room for user.ini's working copy, not for a configuration.
+        row("save over a file, disk full", { "save", "kept.qvn", "--force" },
+            "...configs/kept.qvn\nThe configuration was not saved; the existing file is "
+            "unchanged.\n",
+            2, 4096);
+        row("save a new file, disk full", { "save", "new.qvn" },
+            "...configs/new.qvn\nThe configuration was not saved.\n", 2, 4096);
+        row("apply, disk full", { "apply", "Default.qvn" },
+            "...game/System/User.ini\r\n\r\nuser.ini was not changed.  Operation Aborted.\n", 2,
+            4096);
+#endif
 
         const auto changed = [this](const QString &key, const QJsonValue &value, int slot = -1) {
             QJsonObject copy = m_defaultRoster;
@@ -102,146 +159,40 @@ private slots:
         };
         QJsonArray shortNames = m_defaultRoster.value("BotNames").toArray();
         shortNames.removeLast();
-        const auto row = [](const char *tag, const QByteArray &json, const QString &problem) {
-            QTest::newRow(tag) << json << problem;
+        const auto roster = [](const char *tag, const QByteArray &json, const QString &problem) {
+            QTest::newRow(tag) << QStringList { "save", "bad.qvn", "--roster", "-" } << json
+                               << qint64(0) << 2 << "stdin: " + problem + '\n';
         };
-        row("not JSON", "{\"BotNames\": [", "not valid JSON");
-        row("an array", "[]", "the roster must be a JSON object");
-        row("missing key", changed("BotSkins", QJsonValue::Undefined), "missing key \"BotSkins\"");
-        row("unknown key", changed("BotColour", 1), "unknown key \"BotColour\"");
-        row("31 names", changed("BotNames", shortNames),
+        roster("not JSON", "{\"BotNames\": [", "not valid JSON...");
+        roster("an array", "[]", "the roster must be a JSON object");
+        roster(
+            "missing key", changed("BotSkins", QJsonValue::Undefined), "missing key \"BotSkins\"");
+        roster("unknown key", changed("BotColour", 1), "unknown key \"BotColour\"");
+        roster("31 names", changed("BotNames", shortNames),
             "\"BotNames\" has 31 values; it must have exactly 32");
-        row("teams not an array", changed("BotTeams", "0"),
+        roster("teams not an array", changed("BotTeams", "0"),
             "\"BotTeams\" must be an array of 32 integers");
-        row("number as text", changed("BotJumpy", "1", 5), "\"BotJumpy[5]\" must be an integer");
-        row("fraction", changed("BotSkills", 1.5, 3), "\"BotSkills[3]\" must be an integer");
-        row("beyond 16 bits", changed("Camping", 40000, 0),
-            "\"Camping[0]\" is 40000, outside the range -32768 to 32767");
-        row("below 16 bits", changed("Difficulty", -32769),
+        roster("number as text", changed("BotJumpy", "1", 5), "\"BotJumpy[5]\" must be an integer");
+        roster("beyond 16 bits", changed("Camping", 32768, 0),
+            "\"Camping[0]\" is 32768, outside the range -32768 to 32767");
+        roster("below 16 bits", changed("Difficulty", -32769),
             "\"Difficulty\" is -32769, outside the range -32768 to 32767");
-        row("number as class", changed("BotClasses", 7, 2), "\"BotClasses[2]\" must be a string");
-        row("boolean as number", changed("bAdjustSkill", 1),
+        roster("boolean as number", changed("bAdjustSkill", 1),
             "\"bAdjustSkill\" must be true or false");
-        row("no description", changed("Description", QJsonValue::Null),
-            "\"Description\" must be a string");
-    }
-
-    void refusesMalformedRosters()
-    {
-        QFETCH(QByteArray, json);
-        QFETCH(QString, problem);
-        const CliRun run
-            = cli({ "--config-dir", configDir(), "save", "bad.qvn", "--roster", "-" }, json);
-        QCOMPARE(run.exitCode, 2);
-        QVERIFY2(run.err.startsWith("stdin: " + problem), qPrintable(run.err));
-        QVERIFY(!QFile::exists(configDir() + "/bad.qvn"));
-    }
-
-    // Every user.ini of the game, or those chosen, each once, in the order
-    // given; each changed one is printed and backed up, and keeps everything
-    // outside its section.
-    void applyTargets_data()
-    {
-        QTest::addColumn<QStringList>("userInis");
-        QTest::addColumn<QStringList>("targets"); // none: the game directory's
-        QTest::addColumn<QStringList>("changed");
-
-        const QString system = "System/User.ini", system64 = "System64/User.ini";
-        const auto row = [](const char *tag, const QStringList &userInis,
-                             const QStringList &targets, const QStringList &changed) {
-            QTest::newRow(tag) << userInis << targets << changed;
-        };
-        row("System and System64, by default", { system, system64 }, {}, { system, system64 });
-        row("two targets, in the order given", { system, system64 }, { system64, system },
-            { system64, system });
-        row("one target of two", { system, system64 }, { system64 }, { system64 });
-        row("the same target twice", { system }, { system, system }, { system });
-    }
-
-    void applyTargets()
-    {
-        QFETCH(QStringList, userInis);
-        QFETCH(QStringList, targets);
-        QFETCH(QStringList, changed);
-        const QByteArray demo
-            = readTestFile(QUORVANE_SOURCE_DIR "/demo/UnrealTournament/System/User.ini");
-        for (const QString &userIni : userInis)
-            QVERIFY(writeTestFile(gamePath(userIni), demo));
-        QCOMPARE(cli(dirs() + QStringList { "save", "Default.qvn" }).exitCode, 0);
-
-        QStringList arguments = dirs() + QStringList { "apply", "Default.qvn", "--backup" };
-        for (const QString &target : targets)
-            arguments << "--target" << gamePath(target);
-        const CliRun apply = cli(arguments);
-        QString printed;
-        for (const QString &userIni : changed)
-            printed += gamePath(userIni) + '\n';
-        QCOMPARE(QString::fromUtf8(apply.out), printed);
-        QCOMPARE(apply.exitCode, 0);
-
-        const qsizetype header = demo.indexOf("[Botpack.ChallengeBotInfo]");
-        const QByteArray tail = demo.mid(demo.indexOf("\r\n\r\n[Botpack.EndStats]"));
-        for (const QString &userIni : userInis) {
-            const QByteArray after = readTestFile(gamePath(userIni));
-            QCOMPARE(after.left(header), demo.left(header));
-            QVERIFY(after.endsWith(tail));
-            QCOMPARE(after.contains("\r\nBotNames[0]=Archon\r\n"), changed.contains(userIni));
-        }
-        const QStringList backups = QDir(configDir()).entryList({ "curconfig_bkup_(*" });
-        QCOMPARE(backups.size(), changed.size());
-        for (const QString &backup : backups)
-            QVERIFY(readTestFile(configDir() + '/' + backup).contains("\r\nBotNames[0]=Quill\r\n"));
-    }
-
-    // Nothing outside the configuration directory is read or written, and
-    // nothing at all when a command is refused or its write fails.
-    void refusals_data()
-    {
-        QTest::addColumn<QStringList>("arguments"); // @ the game directory
-        QTest::addColumn<qint64>("fileSizeLimit");
-        QTest::addColumn<QString>("err"); // ... at its start: only its end is known
-
-        const QString outside = "Invalid File Name: \"%1\" is not a file name in the "
-                                "configuration folder: it has a directory part. Type a bare name "
-                                "such as Bots.qvn.\n";
-        const auto row = [](const char *tag, const QStringList &arguments, const QString &err,
-                             qint64 fileSizeLimit = 0) {
-            QTest::newRow(tag) << arguments << fileSizeLimit << err;
-        };
-        row("save over the game's user.ini", { "save", "../game/System/User.ini", "--force" },
-            outside.arg("../game/System/User.ini"));
-        row("apply any file's lines", { "apply", "../file", "--backup" }, outside.arg("../file"));
-        row("open a file outside", { "open", "../file" }, outside.arg("../file"));
-        row("describe a file outside", { "describe", "../game/System/User.ini" },
-            outside.arg("../game/System/User.ini"));
-        row("save over a file without --force", { "save", "kept.qvn" },
-            "File Already Exists: This file exists, do you really want to over write it?\n");
-        row("apply a missing configuration", { "apply", "gone.qvn" },
-            "Missing File: Can't find gone.qvn.  Operation Aborted.\n");
-        row("apply to a missing target",
-            { "apply", "Default.qvn", "--target", "@/System/User.ini", "--target",
-                "@/System64/User.ini" },
-            "User.ini File Missing: Can't find user.ini.  Operation Aborted\n");
-#ifdef Q_OS_UNIX
-        // Room for user.ini's working copy, not for a configuration.
-        row("save over a file, disk full", { "save", "kept.qvn", "--force" },
-            "...configs/kept.qvn\nThe configuration was not saved; the existing file is "
-            "unchanged.\n",
-            4096);
-        row("save a new file, disk full", { "save", "new.qvn" },
-            "...configs/new.qvn\nThe configuration was not saved.\n", 4096);
-        row("apply, disk full", { "apply", "Default.qvn" },
-            "...game/System/User.ini\r\n\r\nuser.ini was not changed.  Operation Aborted.\n", 4096);
-#endif
+        roster("no class", changed("BotClasses", QJsonValue::Null, 2),
+            "\"BotClasses[2]\" must be a string");
     }
 
     void refusals()
     {
         QFETCH(QStringList, arguments);
+        QFETCH(QByteArray, input);
         QFETCH(qint64, fileSizeLimit);
+        QFETCH(int, exitCode);
         QFETCH(QString, err);
         QVERIFY(writeTestFile(gamePath("System/User.ini"),
             crlf({ "[Botpack.ChallengeBotInfo]", "BotNames[0]=Quill" })));
+        QVERIFY(writeTestFile(gamePath("System/Other.ini"), crlf({ "[Engine.Engine]" })));
         QVERIFY(writeTestFile(configDir() + "/kept.qvn", "my own file\r\n"));
         QCOMPARE(cli(dirs() + QStringList { "save", "Default.qvn" }).exitCode, 0);
         QVERIFY(writeTestFile(m_dir->filePath("file"),
@@ -249,12 +200,15 @@ private slots:
         const QMap<QString, QByteArray> before = files();
 
         arguments.replaceInStrings(QRegularExpression("^@"), gameDir());
-        const CliRun run = cli(dirs() + arguments, {}, fileSizeLimit);
-        QCOMPARE(run.exitCode, 2);
-        if (err.startsWith("..."))
-            QVERIFY2(run.err.endsWith(QDir::toNativeSeparators(err.mid(3))), qPrintable(run.err));
-        else
+        const CliRun run = cli(dirs() + arguments, input, fileSizeLimit);
+        QCOMPARE(run.exitCode, exitCode);
+        const qsizetype cut = err.indexOf("...");
+        if (cut < 0)
             QCOMPARE(run.err, err);
+        else
+            QVERIFY2(run.err.startsWith(err.left(cut))
+                    && run.err.endsWith(QDir::toNativeSeparators(err.mid(cut + 3))),
+                qPrintable(run.err));
         QCOMPARE(run.out, QByteArray());
         QCOMPARE(files(), before);
     }
@@ -267,7 +221,6 @@ private slots:
                      .exitCode,
             0);
         QCOMPARE(cli({ "options", "--write", "--ut-path", "/other/ut" }).exitCode, 0);
-
         const QJsonObject expected { { "AutoCloseSplash", 1 }, { "FirstRun", false },
             { "ConfigPath", "/games/configs/" }, { "UTPath", "/other/ut/" } };
         QCOMPARE(cli({ "options" }).json().toObject(), expected);
@@ -281,11 +234,6 @@ private slots:
         QCOMPARE(run.exitCode, 0);
         QCOMPARE(run.json()["CombatStyle"][16], QJsonValue("0.500000"));
         QVERIFY(run.json()["Description"].toString().startsWith("Imported from "));
-
-        QVERIFY(writeTestFile(gameDir() + "/User.ini", crlf({ "[Engine.Engine]" })));
-        const CliRun none = cli({ "import", "--from", gameDir() + "/User.ini" });
-        QCOMPARE(none.exitCode, 2);
-        QVERIFY2(none.err.startsWith("Import from Game: Can't find"), qPrintable(none.err));
     }
 
     void restoreUndoesAnApply()
@@ -294,7 +242,8 @@ private slots:
         const QString userIni = gamePath("System/User.ini");
         QVERIFY(writeTestFile(userIni, original));
         QCOMPARE(cli(dirs() + QStringList { "save", "Default.qvn" }).exitCode, 0);
-        QCOMPARE(cli(dirs() + QStringList { "apply", "Default.qvn", "--backup" }).exitCode, 0);
+        QCOMPARE(cli(dirs() + QStringList { "apply", "Default.qvn", "--backup" }).out,
+            (userIni + '\n').toUtf8());
         QVERIFY(readTestFile(userIni) != original);
 
         const QJsonArray backups = cli(dirs() + QStringList { "backups" }).json().toArray();
@@ -323,7 +272,6 @@ private slots:
                      QJsonDocument(roster).toJson())
                      .exitCode,
             0);
-
         const CliRun check = cli(dirs + QStringList { "check", "c.qvn" });
         QCOMPARE(check.exitCode, 0);
         const QJsonObject gone { { "slot", 2 }, { "bot", "Alarik" }, { "field", "skin" },
@@ -332,28 +280,50 @@ private slots:
         QCOMPARE(check.json().toArray(), QJsonArray { gone });
     }
 
-    void usageErrors_data()
+    void version()
     {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::newRow("no command") << QStringList {};
-        QTest::newRow("unknown command") << QStringList { "frobnicate" };
-        QTest::newRow("missing name") << QStringList { "save" };
-        QTest::newRow("extra argument") << QStringList { "open", "a.qvn", "b.qvn" };
-        QTest::newRow("unknown option") << QStringList { "defaults", "--bogus" };
-        QTest::newRow("option without value") << QStringList { "list", "--config-dir" };
-        QTest::newRow("auto-close not a number")
-            << QStringList { "options", "--write", "--auto-close", "yes" };
-        QTest::newRow("change without --write") << QStringList { "options", "--ut-path", "/x" };
+        const CliRun run = runCli({ "--version" });
+        QCOMPARE(run.out, "quorvane-cli " QUORVANE_VERSION "\n");
+        QCOMPARE(run.exitCode, 0);
     }
 
-    void usageErrors()
+    // quorvane-cli copied into the layouts it is shipped in keeps
+    // options.ini beside itself when portable, else in the user's data
+    // folder with a copy of the shipped pattern list.
+    void installedProgramDirectory_data()
     {
-        QFETCH(QStringList, arguments);
-        const CliRun run = cli(arguments);
-        QCOMPARE(run.exitCode, 1);
-        QVERIFY(!run.err.isEmpty());
-        QVERIFY(run.out.isEmpty());
-        QVERIFY(!QFile::exists(m_dir->filePath("program/options.ini")));
+        QTest::addColumn<QString>("binFolder");
+        QTest::addColumn<QString>("shippedFolder"); // relative to binFolder
+        QTest::addColumn<QString>("programDir"); // relative to the test's directory
+        QTest::newRow("portable copy") << "portable"
+                                       << "."
+                                       << "portable";
+        QTest::newRow("installed")
+            << "usr/bin" << QUORVANE_DATA_FROM_EXECUTABLE << "home/.local/share/quorvane";
+    }
+
+    void installedProgramDirectory()
+    {
+        QFETCH(QString, binFolder);
+        QFETCH(QString, shippedFolder);
+        QFETCH(QString, programDir);
+        QTemporaryDir root;
+        const QDir bin(root.filePath(binFolder));
+        QVERIFY(
+            QDir().mkpath(bin.path()) && QFile::copy(QUORVANE_CLI, bin.filePath("quorvane-cli")));
+        for (const QString name : { "int.ini", "pattern.ini" })
+            QVERIFY(writeTestFile(
+                bin.filePath(shippedFolder + '/' + name), name.toUtf8() + " as shipped\r\n"));
+        CliCall call;
+        call.program = bin.filePath("quorvane-cli");
+        call.environment.insert("HOME", root.filePath("home"));
+        call.environment.remove("XDG_DATA_HOME");
+        QCOMPARE(runCli({ "options", "--write", "--auto-close", "1" }, call).exitCode, 0);
+        const QDir chosen(root.filePath(programDir));
+        QVERIFY(chosen.exists("options.ini"));
+        QCOMPARE(QFileInfo::exists(root.filePath("home/.local/share/quorvane")),
+            programDir.startsWith("home/"));
+        QCOMPARE(readTestFile(chosen.filePath("pattern.ini")), "pattern.ini as shipped\r\n");
     }
 
 private:
@@ -383,8 +353,9 @@ private:
     QMap<QString, QByteArray> files() const
     {
         QMap<QString, QByteArray> contents;
-        QDirIterator it(m_dir->path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-        while (it.hasNext()) {
+        for (QDirIterator it(
+                 m_dir->path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+             it.hasNext();) {
             const QString path = it.next();
             contents.insert(path, readTestFile(path));
         }

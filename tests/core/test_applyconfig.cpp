@@ -2,6 +2,7 @@
 #include "configfiles/applyconfig.h"
 #include "configfiles/configname.h"
 #include "configfiles/gameinstallation.h"
+#include "configfiles/restorebackup.h"
 #include "configfiles/textfile.h"
 #include "gamefolder.h"
 #include "scriptedprompt.h"
@@ -17,25 +18,26 @@
 namespace {
 
 const QString Header = "[Botpack.ChallengeBotInfo]";
+const QString Zoe = QString::fromLatin1("BotNames[0]=Zo\xEB");
 
 // A configuration whose section has `lineCount` lines, its header first;
 // one of them has a Windows-1252 letter.
-QByteArray configuration(int lineCount = 452, int valueLength = 1, bool withEmptyLine = true)
+QByteArray configuration(int lineCount = 3, int valueLength = 1, bool withEmptyLine = true)
 {
     QStringList lines { QString(80, '*'), "* c.qvn", "* Description:", "* Test", QString(80, '*') };
     if (withEmptyLine)
         lines.append(QString());
-    lines << Header << QString::fromLatin1("BotNames[0]=Zo\xEB");
+    lines << Header << Zoe;
     for (int i = 2; i < lineCount; ++i)
         lines.append(QString("Key[%1]=").arg(i) + QString(valueLength, 'v'));
     return crlf(lines);
 }
 
-// What follows the header in user.ini after an apply: the configuration's
-// key lines, empty ones up to 451, and an empty line of the apply's own.
-QStringList appliedLines(int sectionLines = 452)
+// What follows the header in user.ini after an apply of configuration():
+// its key lines, empty ones up to 451, and an empty line of the apply's own.
+QStringList appliedLines(int sectionLines = 3)
 {
-    QStringList lines { QString::fromLatin1("BotNames[0]=Zo\xEB") };
+    QStringList lines { Zoe };
     for (int i = 2; i < sectionLines; ++i)
         lines.append(QString("Key[%1]=v").arg(i));
     while (lines.size() < 452)
@@ -43,31 +45,25 @@ QStringList appliedLines(int sectionLines = 452)
     return lines;
 }
 
-// `lines` with "@new" standing for the applied lines.
-QByteArray applied(const QStringList &lines, int sectionLines = 452)
+// `lines`, "@new" standing for the applied lines, in one of the forms
+// user.ini comes in: 0-2 ANSI with CR LF, LF or CR, 3 UTF-8, 4 UTF-8 with a
+// BOM and LF, 5 UTF-16LE with a BOM.
+QByteArray encoded(const QStringList &lines, int form = 0)
 {
     QStringList expanded;
     for (const QString &line : lines)
-        expanded += line == "@new" ? appliedLines(sectionLines) : QStringList(line);
-    return crlf(expanded);
-}
-
-// `lines` in one of the forms user.ini comes in: 0-2 ANSI with CR LF, LF
-// or CR, 3 UTF-8, 4 UTF-8 with a BOM and LF, 5 UTF-16LE with a BOM.
-QByteArray encoded(const QStringList &lines, int form)
-{
+        expanded += line == "@new" ? appliedLines() : QStringList(line);
     const QString newline = form == 2 ? "\r" : form == 1 || form == 4 ? "\n" : "\r\n";
-    const QString text = lines.join(newline) + newline;
+    const QString text = expanded.join(newline) + newline;
     if (form == 5)
         return "\xFF\xFE" + QByteArray(QStringEncoder(QStringConverter::Utf16LE).encode(text));
     return form < 3 ? text.toLatin1() : (form == 4 ? "\xEF\xBB\xBF" : "") + text.toUtf8();
 }
 
-const QString Completed = "Apply Configuration...|Completed";
-const QString RunningQuestion = "Unreal Tournament Is Running|Unreal Tournament is running. It "
-                                "rewrites user.ini when it quits, so the bot list applied now "
-                                "will be overwritten then.\r\n\r\nApply the configuration "
-                                "anyway?";
+const QString Running = "Unreal Tournament Is Running|Unreal Tournament is running. It rewrites "
+                        "user.ini when it quits, so the bot list %1 now will be overwritten "
+                        "then.\r\n\r\n%2 anyway?";
+const QString RunningApply = Running.arg("applied", "Apply the configuration");
 
 QString notAFileName(const QString &name, const QString &reason)
 {
@@ -75,16 +71,11 @@ QString notAFileName(const QString &name, const QString &reason)
         + ". Type a bare name such as Bots.qvn.";
 }
 
-// Takes every name the backups of an apply starting now could get.
-bool blockBackups(const GameFolder &game, const QString &folder = QString())
+void setGameRunning(bool runs)
 {
-    const QDateTime now = QDateTime::currentDateTime();
-    for (int s = -1; s < 30; ++s) {
-        if (!QFile::link(
-                game.root() + "gone/x", game.config(BackupFileName(now.addSecs(s), folder))))
-            return false;
-    }
-    return true;
+    setProcessLister([runs] {
+        return runs ? QStringList { "bash", "ut-bin-amd64" } : QStringList();
+    });
 }
 
 } // namespace
@@ -101,37 +92,36 @@ private slots:
         qputenv("HOME", QFile::encodeName(m_home.path()));
     }
 
-    void cleanup() { setProcessLister({}); }
+    void init() { setGameRunning(false); }
 
-    void backupFileName()
+    // The game's own file, and one whose section ends it, in both folders of
+    // the patched game: everything outside the old section stays byte for
+    // byte, the old section goes to one backup per file, and each backup
+    // restores its own file, the applied list backed up first. Two applies
+    // within a second would share the backup name: an earlier backup is kept
+    // and the new one numbered. The game runs, and the player goes on.
+    void appliesAndRestores_data()
     {
-        const QDateTime march(QDate(2001, 3, 7), QTime(9, 5, 3));
-        QCOMPARE(QStringList({ BackupFileName(march), BackupFileName(march, "System64"),
-                     BackupFileName(QDateTime(QDate(2012, 12, 31), QTime(23, 0, 58))) }),
-            QStringList({ "curconfig_bkup_(3-7-2001-9-5-3).qvn2",
-                "curconfig_bkup_(3-7-2001-9-5-3)_System64.qvn2",
-                "curconfig_bkup_(12-31-2012-23-0-58).qvn2" }));
+        QTest::addColumn<QByteArray>("original");
+        QTest::newRow("the game's own user.ini")
+            << readTestFile(realWorldDir() + "vanilla-server/System/User.ini");
+        QTest::newRow("section at the end") << crlf({ "[A]", "", Header, "BotNames[0]=Old" });
     }
 
-    // The game's own file, in both folders of the patched game: everything
-    // outside the old section stays byte for byte, the old section goes to
-    // one backup per file. Two applies within a second would share the
-    // backup name: an earlier backup is kept and the new one numbered. The
-    // game runs, and the player goes on.
-    void realUserIni()
+    void appliesAndRestores()
     {
+        QFETCH(QByteArray, original);
         GameFolder game;
-        const QByteArray original = readTestFile(realWorldDir() + "vanilla-server/System/User.ini");
         QVERIFY(writeTestFile(game.userIni(), original));
         QVERIFY(writeTestFile(game.userIni("System64"), original));
         // The working copy of an apply that crashed: a second name of
         // user.ini, which must not make it look hard-linked by the player.
         QVERIFY(addHardLink(game.userIni(), game.root() + "UT/System/dummy.ini"));
-        QVERIFY(writeTestFile(game.config("c.qvn"), configuration()));
+        QVERIFY(writeTestFile(game.config("c.qvn"), configuration(452)));
         const QDateTime now = QDateTime::currentDateTime();
         for (int s = -1; s < 30; ++s)
             QVERIFY(writeTestFile(game.config(BackupFileName(now.addSecs(s))), "earlier"));
-        setProcessLister([] { return QStringList { "bash", "ut-bin-amd64" }; });
+        setGameRunning(true);
         ScriptedPrompt prompt;
         prompt.answerNext(MessageAnswer::Yes);
         QStringList shown; // whether System holds a working copy as each message is shown
@@ -139,35 +129,52 @@ private slots:
         QVERIFY(ApplyConfiguration("c.qvn", true));
 
         const qsizetype start = original.indexOf(Header.toLatin1() + "\r\n");
-        const qsizetype oldEnd = original.indexOf("\r\n\r\n", start) + 2;
-        const QByteArray expected
-            = original.left(start) + applied({ Header, "@new" }) + original.mid(oldEnd);
+        const qsizetype end = original.indexOf("\r\n\r\n", start);
+        const qsizetype oldEnd = end < 0 ? original.size() : end + 2;
+        QByteArray expected = original.left(start) + crlf({ Header }) + crlf(appliedLines(452))
+            + original.mid(oldEnd);
         QCOMPARE(readTestFile(game.userIni()), expected);
         QCOMPARE(readTestFile(game.userIni("System64")), expected);
-        QCOMPARE(prompt.transcript(), QStringList({ RunningQuestion, Completed }));
-        QCOMPARE(prompt.messages().first().buttons, MessageButtons::YesNo);
-        // The working copy is gone before the user is told.
-        QCOMPARE(shown, QStringList({ "dummy.ini", "" }));
-        QCOMPARE(game.filesIn("System") + game.filesIn("System64"),
-            QStringList({ "User.ini", "User.ini" }));
-        QStringList added;
-        for (const QString &name : game.backups()) {
-            if (readTestFile(game.config(name)) != "earlier")
-                added.append(name);
+        QList<BackupFile> added; // the earlier ones hold no bots
+        for (const BackupFile &backup : ListBackups()) {
+            if (!backup.botNames.isEmpty())
+                added << backup;
         }
         QCOMPARE(added.size(), 2);
-        QVERIFY2(added.at(0).endsWith(") (2).qvn2"), qPrintable(added.at(0)));
-        QCOMPARE(added.at(1), QString(added.at(0)).replace(") (2).qvn2", ")_System64.qvn2"));
-        for (const QString &name : added)
-            QCOMPARE(readTestFile(game.config(name)), original.mid(start, oldEnd - start));
+        QVERIFY(added.at(0).fileName.endsWith(") (2).qvn2"));
+        QCOMPARE(added.at(1).fileName,
+            QString(added.at(0).fileName).replace(") (2).qvn2", ")_System64.qvn2"));
+        setGameRunning(false);
+        for (const BackupFile &backup : added) {
+            QCOMPARE(
+                readTestFile(game.config(backup.fileName)), original.mid(start, oldEnd - start));
+            const QString source = BackupSource(backup, GameUserIniFiles(AppOptions().UTPath));
+            QCOMPARE(source, game.userIni(backup.folder.isEmpty() ? "System" : "System64"));
+            QVERIFY(RestoreBackup(backup.fileName, source));
+            QCOMPARE(readTestFile(source), original);
+        }
+        QStringList restoreBackups;
+        for (const BackupFile &backup : ListBackups()) {
+            if (backup.botNames.value(0) == Zoe.mid(12))
+                restoreBackups << backup.folder;
+        }
+        restoreBackups.sort();
+        QCOMPARE(restoreBackups, QStringList({ "", "System64" }));
+        const QString restored = "Restore Backup...|Completed";
+        QCOMPARE(prompt.transcript(),
+            QStringList({ RunningApply, "Apply Configuration...|Completed", restored, restored }));
+        QCOMPARE(prompt.messages().first().buttons, MessageButtons::YesNo);
+        // The working copy is gone before the user is told.
+        QCOMPARE(shown, QStringList({ "dummy.ini", "", "", "" }));
+        QCOMPARE(game.filesIn("System") + game.filesIn("System64"),
+            QStringList({ "User.ini", "User.ini" }));
     }
 
     // Where the section is found, what stays around it, and the file's own
-    // encoding and line ends. The game runs, but the caller has asked.
+    // encoding and line ends. The file is named twice and changed once.
     void replacesTheSection_data()
     {
         QTest::addColumn<QByteArray>("userIni");
-        QTest::addColumn<int>("sectionLines"); // of the configuration
         QTest::addColumn<QByteArray>("expected");
         QTest::addColumn<QByteArray>("backup"); // empty: none asked for
 
@@ -180,20 +187,17 @@ private slots:
             "utf-8 without bom", "utf-8 with bom, LF only", "utf-16le with bom" };
         for (int form = 0; form < 6; ++form)
             QTest::newRow(forms[form])
-                << encoded(before + old + after, form) << 452
-                << encoded(before + QStringList(Header) + appliedLines() + after, form)
-                << crlf(old);
+                << encoded(before + old + after, form)
+                << encoded(before + QStringList { Header, "@new" } + after, form) << crlf(old);
         for (const int form : { 4, 5 })
             QTest::newRow(QByteArray(forms[form]) + ", section first")
-                << encoded({ Header, "x=1", "", "[B]" }, form) << 452
-                << encoded(QStringList(Header) + appliedLines() + QStringList { "", "[B]" }, form)
-                << crlf({ Header, "x=1" });
+                << encoded({ Header, "x=1", "", "[B]" }, form)
+                << encoded({ Header, "@new", "", "[B]" }, form) << crlf({ Header, "x=1" });
 
-        const auto row = [](const char *name, const QByteArray &userIni,
-                             const QStringList &expected, int sectionLines = 452) {
-            QTest::newRow(name) << userIni << sectionLines << applied(expected, sectionLines)
-                                << QByteArray();
-        };
+        const auto row
+            = [](const char *name, const QByteArray &userIni, const QStringList &expected) {
+                  QTest::newRow(name) << userIni << encoded(expected) << QByteArray();
+              };
         row("capitals and trailing spaces kept",
             crlf({ "[A]", "", "[BotPack.CHALLENGEBotInfo]  ", "x=1", "", "[B]" }),
             { "[A]", "", "[BotPack.CHALLENGEBotInfo]  ", "@new", "", "[B]" });
@@ -205,8 +209,6 @@ private slots:
         row("header after a line ended by a CR alone",
             "[A]\r\n[B]\r[Botpack.ChallengeBotInfo]\r\nx=1", { "[A]", "[B]\r" + Header, "@new" });
         row("no section, no final line ending", "[A]\r\nb=1", { "[A]", "b=1", Header, "@new" });
-        row("section at the end", crlf({ "[A]", "", Header, "x=1" }),
-            { "[A]", "", Header, "@new" });
         row("section at the end, no final line ending", "[A]\r\n[Botpack.ChallengeBotInfo]\r\nx=1",
             { "[A]", Header, "@new" });
         row("header on the last line", "[A]\r\n[Botpack.ChallengeBotInfo]",
@@ -214,23 +216,21 @@ private slots:
         row("only the first section replaced",
             crlf({ Header, "x=1", "", "[botpack.challengebotinfo]", "y=2" }),
             { Header, "@new", "", "[botpack.challengebotinfo]", "y=2" });
-        row("short section filled with empty lines", crlf({ Header, "x=1" }), { Header, "@new" },
-            3);
     }
 
     void replacesTheSection()
     {
         QFETCH(QByteArray, userIni);
-        QFETCH(int, sectionLines);
         QFETCH(QByteArray, expected);
         QFETCH(QByteArray, backup);
         GameFolder game;
         QVERIFY(writeTestFile(game.userIni(), userIni));
-        QVERIFY(writeTestFile(game.config("c.qvn"), configuration(sectionLines)));
-        setProcessLister([] { return QStringList { "ut-bin" }; });
+        QVERIFY(writeTestFile(game.config("c.qvn"), configuration()));
+        setGameRunning(true);
         ScriptedPrompt prompt;
-        QVERIFY(ApplyConfiguration("c.qvn", !backup.isEmpty(), { game.userIni() }, false));
-        QCOMPARE(prompt.transcript(), QStringList(Completed));
+        QVERIFY(ApplyConfiguration(
+            "c.qvn", !backup.isEmpty(), { game.userIni(), game.userIni() }, false));
+        QCOMPARE(prompt.transcript(), QStringList("Apply Configuration...|Completed"));
         QCOMPARE(readTestFile(game.userIni()), expected);
         // The backup is ANSI whatever user.ini's own encoding.
         const QStringList backups = game.backups();
@@ -238,10 +238,22 @@ private slots:
         QCOMPARE(readTestFile(game.config(backups.value(0))), backup);
     }
 
-    // Nothing changes when an apply is refused or a fault is found before
-    // anything is written; a fault while writing the second of two files
-    // leaves the first changed and says so. Only the backup of a changed
-    // user.ini stays.
+    // The empty line that ends the section stays when the game has written
+    // the file since the apply.
+    void restoreKeepsTheSectionApart()
+    {
+        GameFolder game;
+        QVERIFY(writeTestFile(game.userIni(), crlf({ Header, "n=1", "", "[B]" })));
+        QVERIFY(writeTestFile(game.config("old.qvn2"), crlf({ Header, "o=1" })));
+        ScriptedPrompt prompt;
+        QVERIFY(RestoreBackup("old.qvn2", game.userIni()));
+        QCOMPARE(readTestFile(game.userIni()), crlf({ Header, "o=1", "", "[B]" }));
+    }
+
+    // Nothing changes when an apply or restore is refused or a fault is found
+    // before anything is written; a fault while writing the second of two
+    // files leaves the first changed and says so. Only the backup of a
+    // changed user.ini stays. A name ending in .qvn2 is restored.
     void refusals_data()
     {
         QTest::addColumn<QString>("name");
@@ -250,25 +262,25 @@ private slots:
         QTest::addColumn<QStringList>("targets");
         QTest::addColumn<QString>("message"); // "title|...end" where only the end is known
 
-        const QString missing = "Missing File|Can't find gone.qvn.  Operation Aborted.";
         const QString invalid = "Invalid Configuration|c.qvn is not a configuration that can be "
                                 "applied: ";
         const QString failed = "Apply Configuration Failed|";
         const QString unchanged = "\r\n\r\nuser.ini was not changed.  Operation Aborted.";
         const QString none = "None of the user.ini files was changed.  Operation Aborted.";
+        const QString incomplete = "Apply Configuration Incomplete|...These user.ini files were "
+                                   "changed:\r\n@ini\r\n\r\nThese user.ini files were not "
+                                   "changed:\r\n@big";
         const QStringList both { "System", "System64" };
         const auto row
             = [](const char *tag, const QString &name, const QString &fault, const QString &message,
                   const QByteArray &config = {}, const QStringList &targets = { "System" }) {
                   QTest::newRow(tag) << name << config << fault << targets << message;
               };
-        row("missing configuration", "gone.qvn", "", missing);
+        row("missing configuration", "gone.qvn", "",
+            "Missing File|Can't find gone.qvn.  Operation Aborted.");
         row("nothing chosen", "", "", "Missing File|Can't find .  Operation Aborted.");
-        row("directory part", "../c.qvn", "",
+        row("name checked before user.ini", "../c.qvn", "missing user.ini",
             "Invalid File Name|" + notAFileName("../c.qvn", "it has a directory part"));
-        row("name checked before user.ini", "aux.qvn", "missing user.ini",
-            "Invalid File Name|"
-                + notAFileName("aux.qvn", "AUX is a name Windows keeps for a device"));
         row("missing user.ini", "c.qvn", "missing user.ini",
             "User.ini File Missing|Can't find user.ini.  Operation Aborted");
         row("no empty line", "c.qvn", "",
@@ -286,8 +298,17 @@ private slots:
             "Backup Failed|Can't write the backup of the current configuration.\r\n\r\nFile not "
             "found: @backup (No such file or directory)"
                 + unchanged);
-        row("game running, No", "c.qvn", "game running", RunningQuestion);
-        row("game running, configuration missing", "gone.qvn", "game running", missing);
+        row("game running, No", "c.qvn", "game running", RunningApply);
+        row("game running, configuration missing", "gone.qvn", "game running",
+            "Missing File|Can't find gone.qvn.  Operation Aborted.");
+        row("restore a missing backup", "gone.qvn2", "",
+            "Missing File|Can't find gone.qvn2.  Operation Aborted.");
+        row("restore more than a section", "b.qvn2", "",
+            "Invalid Backup|b.qvn2 is not a backup of a bot list: it holds more, or other, than "
+            "one [Botpack.ChallengeBotInfo] section.  Operation Aborted.",
+            crlf({ Header, "x=1", "", "[B]" }));
+        row("restore while the game runs, No", "b.qvn2", "game running",
+            Running.arg("restored", "Restore the backup"), crlf({ Header, "x=1" }));
 #ifdef Q_OS_UNIX
         row("one user.ini, disk full", "c.qvn", "disk full",
             failed + "...user.ini was not changed.  Operation Aborted.", {}, { "System64" });
@@ -295,14 +316,9 @@ private slots:
             {}, both);
         row("second backup cannot be written", "c.qvn", "no backup", "Backup Failed|..." + none, {},
             both);
-        row("second write fails", "c.qvn", "disk full",
-            "Apply Configuration Incomplete|...These user.ini files were changed:\r\n@ini\r\n\r\n"
-            "These user.ini files were not changed:\r\n@big",
-            {}, both);
+        row("second write fails", "c.qvn", "disk full", incomplete, {}, both);
         row("second write fails, the first had no section", "c.qvn", "disk full, no section",
-            "Apply Configuration Incomplete|...These user.ini files were changed:\r\n@ini\r\n\r\n"
-            "These user.ini files were not changed:\r\n@big",
-            {}, both);
+            incomplete, {}, both);
 #endif
     }
 
@@ -322,16 +338,19 @@ private slots:
         QByteArray big = readTestFile(realWorldDir() + "vanilla-server/System/User.ini");
         big += "\r\n[Padding]\r\n" + QByteArray(25000 - big.size(), 'p') + "\r\n";
         QVERIFY(writeTestFile(game.userIni("System64"), big));
-        if (!name.isEmpty() && name != "gone.qvn")
+        if (!name.isEmpty() && !name.startsWith("gone"))
             QVERIFY(writeTestFile(
                 game.config(name), config.isEmpty() ? configuration(452, 40) : config));
         QVERIFY(fault != "read-only" || QFile::setPermissions(game.userIni(), QFile::ReadOwner));
         QLockFile lock(game.userIni() + ".lock");
         QVERIFY(fault != "locked" || lock.lock());
-        QVERIFY(fault != "no backup" || blockBackups(game, targets.size() > 1 ? "System64" : ""));
+        // Every name the backups of an apply starting now could get is taken.
+        const QDateTime now = QDateTime::currentDateTime();
+        for (int s = -1; fault == "no backup" && s < 30; ++s)
+            QVERIFY(QFile::link(game.root() + "gone/x",
+                game.config(BackupFileName(now.addSecs(s), targets.size() > 1 ? "System64" : ""))));
         QVERIFY(fault != "no working copy" || QDir().mkpath(game.root() + "UT/System64/dummy.ini"));
-        if (fault == "game running")
-            setProcessLister([] { return QStringList { "bash", "ut-bin-amd64" }; });
+        setGameRunning(fault == "game running");
         QStringList userInis;
         for (const QString &folder : targets)
             userInis.append(game.userIni(folder));
@@ -341,9 +360,10 @@ private slots:
         const QString transcriptFile = game.root() + "transcript.txt";
         const auto apply = [&] {
             ScriptedPrompt prompt;
-            const bool applied = ApplyConfiguration(name, true, userInis);
+            const bool changed = name.endsWith(".qvn2") ? RestoreBackup(name, userInis.at(0))
+                                                        : ApplyConfiguration(name, true, userInis);
             const QByteArray transcript = prompt.transcript().join('\n').toUtf8();
-            return writeTestFile(transcriptFile, transcript) && !applied ? 0 : 1;
+            return writeTestFile(transcriptFile, transcript) && !changed ? 0 : 1;
         };
         QCOMPARE(
             fault.startsWith("disk full") ? runWithFileSizeLimit(big.size(), apply) : apply(), 0);
@@ -367,8 +387,31 @@ private slots:
         QCOMPARE(game.filesIn("System"), hasSmall ? QStringList("User.ini") : QStringList());
         QCOMPARE(readTestFile(game.userIni()) == small, hasSmall && !smallChanged);
         QCOMPARE(readTestFile(game.userIni("System64")), big);
-        QCOMPARE(QDir(game.config()).entryList({ "*.qvn2" }, QDir::Files).size(),
-            smallChanged && smallHasSection ? 1 : 0);
+        QCOMPARE(game.backups().size(), smallChanged && smallHasSection ? 1 : 0);
+    }
+
+    // Newest first by the time in the name, a numbered one after the first
+    // of its second, with a preview of the bots in slot order.
+    void listsBackups()
+    {
+        GameFolder game;
+        const QDateTime march(QDate(2001, 3, 7), QTime(9, 5, 3));
+        QVERIFY(writeTestFile(game.config(BackupFileName(march)),
+            crlf({ Header, "BotNames[1]=Second", "BotNames[0]=First" })));
+        for (const QString &name : { QString("curconfig_bkup_(3-7-2001-9-5-3) (2).qvn2"),
+                 BackupFileName(QDateTime(QDate(2012, 12, 31), QTime(23, 0, 58)), "System64"),
+                 BackupFileName(QDateTime(QDate(2010, 1, 2), QTime(1, 2, 3))), QString("c.qvn") })
+            QVERIFY(writeTestFile(game.config(name), crlf({ Header })));
+
+        QStringList listed;
+        for (const BackupFile &backup : ListBackups())
+            listed << backup.fileName + ' ' + backup.time.toString(Qt::ISODate) + ' '
+                    + backup.botNames.join(',');
+        QCOMPARE(listed,
+            QStringList({ "curconfig_bkup_(12-31-2012-23-0-58)_System64.qvn2 2012-12-31T23:00:58 ",
+                "curconfig_bkup_(1-2-2010-1-2-3).qvn2 2010-01-02T01:02:03 ",
+                "curconfig_bkup_(3-7-2001-9-5-3) (2).qvn2 2001-03-07T09:05:03 ",
+                "curconfig_bkup_(3-7-2001-9-5-3).qvn2 2001-03-07T09:05:03 First,Second" }));
     }
 
     void configNameProblem_data()
@@ -376,27 +419,23 @@ private slots:
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("problem");
 
-        for (const char *name : { "Bots.qvn", "My Bots.v2.qvn", ".qvn", "CONSOLE.qvn", "COM10.qvn",
-                 "nul2.qvn", "Zoë.qvn" })
-            QTest::newRow(name) << QString::fromUtf8(name) << "";
+        for (const char *name :
+            { "My Bots.v2.qvn", ".qvn", "CONSOLE.qvn", "COM10.qvn", "nul2.qvn" })
+            QTest::newRow(name) << QString(name) << "";
         QTest::newRow("empty") << ""
                                << "The file name is empty. Type a bare name such as Bots.qvn.";
         const QString folder = "it names a folder", directory = "it has a directory part";
-        const QString space = "it ends with a space, which Windows drops";
-        const QString dot = "it ends with a dot, which Windows drops";
-        QList<QPair<QString, QString>> refused { { ".", folder }, { "..", folder },
-            { "../x.qvn", directory }, { "sub\\x.qvn", directory }, { "x.qvn/", directory },
-            { "Bots.qvn ", space }, { "Bots.", dot }, { "...", dot } };
-        for (const QChar c : QString("<>:\"|?*"))
-            refused.append({ "a" + QString(c) + "b.qvn",
-                "it holds a character Windows does not allow in file names (< > : \" | ? *)" });
-        for (const QString name : { "a\tb.qvn", "a\nb.qvn", "a\x7F.qvn" })
-            refused.append({ name, "it holds a control character, such as a tab or a line break" });
-        const QList<QPair<QString, QString>> devices { { "CON", "CON" }, { "con.qvn", "CON" },
-            { "Nul .qvn", "NUL" }, { "prn.tar.gz", "PRN" }, { "aux", "AUX" },
-            { "COM1.qvn", "COM1" }, { "lpt9", "LPT9" }, { "COM\u00B9.qvn", "COM\u00B9" } };
-        for (const auto &[name, device] : devices)
-            refused.append({ name, device + " is a name Windows keeps for a device" });
+        const QString device = " is a name Windows keeps for a device";
+        const QList<QPair<QString, QString>> refused { { ".", folder }, { "..", folder },
+            { "sub\\x.qvn", directory }, { "x.qvn/", directory },
+            { "a|b.qvn",
+                "it holds a character Windows does not allow in file names (< > : \" | ? *)" },
+            { "a\tb.qvn", "it holds a control character, such as a tab or a line break" },
+            { "Bots.qvn ", "it ends with a space, which Windows drops" },
+            { "...", "it ends with a dot, which Windows drops" }, { "con.qvn", "CON" + device },
+            { "Nul .qvn", "NUL" + device }, { "prn.tar.gz", "PRN" + device },
+            { "aux", "AUX" + device }, { "COM1.qvn", "COM1" + device }, { "lpt9", "LPT9" + device },
+            { "COM\u00B9.qvn", "COM\u00B9" + device } };
         for (const auto &[name, reason] : refused)
             QTest::newRow(qPrintable(name)) << name << notAFileName(name, reason);
     }
