@@ -14,14 +14,6 @@ namespace {
 
 constexpr int LargeSkinCount = 2000;
 
-QString items(const QComboBox *list)
-{
-    QStringList texts;
-    for (int i = 0; i < list->count(); ++i)
-        texts << list->itemText(i);
-    return list->count() == LargeSkinCount ? "2000 skins" : texts.join(u',');
-}
-
 // What the window shows of the current slot, then its row in the overview
 // ("!" first for a warning, its problems last).
 QString shown(const frmBots &f)
@@ -50,35 +42,27 @@ QString changes(BotRoster before)
     return lines.join(u',');
 }
 
-// What the user does, steps separated by commas: "name:TEXT" (typed),
-// "team:I", "class:I", "skin:I", "face:I", "voice:I", "style:I", "weapon:I",
-// "difficulty:I" (a list's entry), "jumpy", "adjust", "random" (a box
-// clicked), "drag:P" (accuracy, a pixel at a time), "arrow" (accuracy, one
-// step), "descr:TEXT" (the description dialog, showing the list's own,
-// applied; "nodescr:TEXT" cancelled), "slot:N" (a row of the overview), "slots"
-// (every slot in turn, then 30), or an Edit entry: "copy", "paste", "up",
-// "down", "undo".
+// What the user does, steps separated by commas: a control by its name,
+// "cmbName:I" for a list's entry, "chkName" for a box, "mnuEditName" for an
+// Edit entry; "name:TEXT" (typed), "drag:P" (accuracy, a pixel at a time),
+// "arrow" (accuracy, one step), "descr:TEXT" (the description dialog,
+// showing the list's own, applied; "nodescr:TEXT" cancelled), "slot:N" (a
+// row of the overview), "slots" (every slot in turn, then 30).
 void act(frmBots &f, const QString &steps)
 {
-    const QHash<QString, QComboBox *> lists { { "team", f.cmbColor }, { "class", f.cmbClass },
-        { "skin", f.cmbSkin }, { "face", f.cmbFace }, { "voice", f.cmbVoice },
-        { "style", f.cmbCombatStyle }, { "weapon", f.cmbFavWep },
-        { "difficulty", f.cmbDifficulty } };
-    const QHash<QString, QAbstractButton *> boxes { { "jumpy", f.chkJumpy },
-        { "adjust", f.chkAdjustSkill }, { "random", f.chkRandomOrder } };
-    const QHash<QString, QAction *> entries { { "copy", f.mnuEditCopy },
-        { "paste", f.mnuEditPaste }, { "up", f.mnuEditMoveUp }, { "down", f.mnuEditMoveDown },
-        { "undo", f.mnuEditUndo } };
     for (const QString &step : steps.split(u',', Qt::SkipEmptyParts)) {
         const QString verb = step.section(':', 0, 0);
         const QString value = step.section(':', 1);
-        if (verb == "name") {
+        QObject *control = f.findChild<QObject *>(verb);
+        if (auto *list = qobject_cast<QComboBox *>(control)) {
+            list->setCurrentIndex(value.toInt());
+        } else if (auto *box = qobject_cast<QAbstractButton *>(control)) {
+            box->click();
+        } else if (auto *entry = qobject_cast<QAction *>(control)) {
+            entry->trigger();
+        } else if (verb == "name") {
             f.txtName->selectAll();
             QTest::keyClicks(f.txtName, value);
-        } else if (lists.contains(verb)) {
-            lists.value(verb)->setCurrentIndex(value.toInt());
-        } else if (boxes.contains(verb)) {
-            boxes.value(verb)->click();
         } else if (verb == "drag") {
             f.hsAccuracy->setSliderDown(true);
             for (int position = f.hsAccuracy->value(); position <= value.toInt(); ++position)
@@ -96,13 +80,11 @@ void act(frmBots &f, const QString &steps)
             f.cmdDescr->click();
         } else if (verb == "slot") {
             f.grdBots->setCurrentCell(value.toInt(), RosterOverview::Name);
-        } else if (verb == "slots") {
+        } else {
+            QCOMPARE(verb, "slots");
             for (int slot = 1; slot < BotSlotCount; ++slot)
                 f.cmbBot->setCurrentIndex(slot);
             f.cmbBot->setCurrentIndex(30);
-        } else {
-            QVERIFY2(entries.contains(verb), qPrintable(step));
-            entries.value(verb)->trigger();
         }
     }
 }
@@ -120,14 +102,256 @@ private slots:
     void init() { m_session->restart(); }
     void cleanupTestCase() { m_session.reset(); }
 
-    void asStarted();
-    void edits_data();
-    void edits();
-    void overview_data();
-    void overview();
-    void editMenu_data();
-    void editMenu();
-    void shortcuts();
+    // Nothing to edit before New or Open, and only File, Exit ends the program.
+    void asStarted()
+    {
+        frmBots &form = m_session->form();
+        QCOMPARE(form.cmbBot->itemText(form.cmbBot->count() - 1), "Bot 31");
+        const auto editable = [&form](bool enabled) {
+            QStringList wrong;
+            for (QWidget *control : form.centralWidget()->findChildren<QWidget *>()) {
+                if ((control->focusPolicy() & Qt::TabFocus) && control->isEnabled() != enabled)
+                    wrong << control->objectName();
+            }
+            return wrong.join(',');
+        };
+        QCOMPARE(editable(false), "");
+        QVERIFY(!form.grdBots->isEnabled() && !form.mnuEditCopy->isEnabled());
+        form.EnableAll(true);
+        QCOMPARE(editable(true), "");
+        QVERIFY(!form.lblSaved->isEnabled());
+        QCOMPARE(form.grdBots->actions(),
+            QList<QAction *>(
+                { form.mnuEditCopy, form.mnuEditPaste, form.mnuEditMoveUp, form.mnuEditMoveDown }));
+        QVERIFY(!form.windowFlags().testFlag(Qt::WindowCloseButtonHint));
+        QVERIFY(!spontaneous(&form, QCloseEvent()) && form.isVisible());
+
+        QStringList entries;
+        for (const QAction *title : form.menuBar()->actions()) {
+            entries << title->menu()->objectName() + "=" + title->text();
+            for (const QAction *action : title->menu()->actions()) {
+                if (action->isVisible())
+                    entries << (action->isSeparator()
+                            ? "-"
+                            : action->objectName() + "=" + action->text());
+            }
+        }
+        QCOMPARE(entries.join('\n') + '\n', readTestFile(testDataDir() + "documents/menus.txt"));
+    }
+
+    void edits_data()
+    {
+        QTest::addColumn<QString>("step");
+        QTest::addColumn<QString>("context"); // the document's state, or a gate that holds edits
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<QString>("after"); // the document's state
+
+        // clang-format off
+        const QList<std::pair<QString, QString>> edits {
+            { "name:Zed", "BotNames[0]=Zed" },
+            { "cmbColor:2", "BotTeams[0]=1" },
+            // A new class takes the first skin, face and voice it shows.
+            { "cmbClass:1", "BotFaces[0]=FCommandoSkins.Cryss,BotClasses[0]=BotPack.TFemale1Bot,BotSkins[0]=FCommandoSkins.goth,VoiceType[0]=BotPack.VoiceFemaleOne" },
+            { "cmbSkin:1", "BotFaces[0]=CommandoSkins.Luthor,BotSkins[0]=CommandoSkins.daco" },
+            // The game's form of the face, not the texture's name.
+            { "cmbFace:1", "BotFaces[0]=CommandoSkins.Gorn" },
+            { "cmbVoice:1", "VoiceType[0]=BotPack.VoiceMaleTwo" },
+            { "cmbCombatStyle:0", "CombatStyle[0]=0.500000" },
+            { "cmbFavWep:4", "FavoriteWeapon[0]=BotPack.UT_FlakCannon" },
+            { "cmbDifficulty:3", "Difficulty=3" },
+            { "chkJumpy", "BotJumpy[0]=1" }, { "chkAdjustSkill", "bAdjustSkill=True" }, { "chkRandomOrder", "bRandomOrder=True" },
+            { "arrow", "BotAccuracy[0]=0.050000" },
+            { "drag:37", "BotAccuracy[0]=0.350000" },
+            // Showing every slot stores back exactly what each held.
+            { "slots", "" },
+        };
+        for (const auto &[step, stored] : edits) {
+            const bool box = step.startsWith("chk");
+            const bool list = QRegularExpression("^cmb(Class|Skin|Face|Voice):").match(step).hasMatch();
+            const QByteArray name = step.toLatin1();
+            QTest::addRow("%s, saved", name.data()) << step << "Saved" << stored << "Modified";
+            // Only a drag turns a loaded list into a modified one.
+            QTest::addRow("%s, loaded", name.data()) << step << "Loaded" << stored << (step.startsWith("drag") ? "Modified" : "Loaded");
+            QTest::addRow("%s, opening", name.data()) << step << "opening" << stored << "Saved";
+            // The window fills itself while hidden; only the check boxes store then.
+            QTest::addRow("%s, hidden", name.data()) << step << "hidden" << (box ? stored : "") << (box ? "Modified" : "Saved");
+            // While it positions its lists, they store nothing.
+            QTest::addRow("%s, refreshing", name.data()) << step << "refreshing" << (list ? "" : stored) << (list ? "Saved" : "Modified");
+        }
+        // The description changes only when applied with another.
+        QTest::newRow("description") << "descr:Team games" << "Saved" << "* Team games" << "Modified";
+        QTest::newRow("description unchanged") << "descr:Old text" << "Saved" << "" << "Saved";
+        QTest::newRow("description cancelled") << "nodescr:Team games" << "Saved" << "" << "Saved";
+        // clang-format on
+    }
+
+    void edits()
+    {
+        QFETCH(QString, step);
+        QFETCH(QString, context);
+        QFETCH(QString, stored);
+        QFETCH(QString, after);
+
+        Roster().Description = "Old text";
+        frmBots &form = m_session->form();
+        form.EnableAll(true);
+        if (context == "hidden")
+            form.hide();
+        else
+            form.PositionSlot(), form.OtherData(0), form.SavedFunc(true);
+        if (context == "Loaded")
+            form.LoadedFunc();
+        form.bLoadingConfig = context == "opening";
+        form.bRefreshing = context == "refreshing";
+        const BotRoster before = Roster();
+
+        act(form, step);
+
+        QCOMPARE(changes(before), stored);
+        QCOMPARE(form.lblSaved->text(), after);
+        // The slot keeps a position off the step; the label shows it snapped.
+        if (step.startsWith("drag") && !stored.isEmpty())
+            QVERIFY(Roster().BotAccuracy[0] == 37 && form.lblNumAccuracy->text() == "0.35");
+    }
+
+    void overview_data()
+    {
+        QTest::addColumn<QString>("steps"); // see act
+        QTest::addColumn<QString>("moved"); // "slot<-from" per slot changed; "-" for other edits
+        QTest::addColumn<int>("slot"); // the slot shown at the end
+        QTest::addColumn<int>("recorded"); // steps in the history
+        QTest::addColumn<QString>("shown"); // see shown(), when a row checks it
+
+        // clang-format off
+        // Choosing a row shows its bot in the editor; showing a slot stores nothing new, not
+        // even for a model that is missing.
+        QTest::newRow("standard bot") << "slot:0" << "" << 0 << 0 << "Archon|None|Male Commando|Commando|Blake|(None Choosen)|Normal|-3|0.0|0.0|0.0|0.0|calm||0|Archon|None|Male Commando|Commando|Blake|(None Choosen)|-3|(No Favorite)|";
+        // Dessloch has a voice his model is not offered: none is selected.
+        QTest::newRow("second skin") << "slot:3" << "" << 3 << 0 << "Dessloch|Blue|Male Commando|Desert|Luthor||Normal|-3|0.0|0.0|0.0|0.0|calm||3|Dessloch|Blue|Male Commando|Desert|Luthor|Female One|-3|(No Favorite)|";
+        QTest::newRow("model not installed") << "slot:18" << "" << 18 << 0 << "Tamerlane|None|Male Commando|Commando|Blake|(None Choosen)|Cautious|-3|0.0|-0.30|1.0|0.0|calm||!|18|Tamerlane|None|BotPack.TMale2Bot|SoldierSkins.blkt|SoldierSkins.Riker|(None Choosen)|-3|Botpack.SniperRifle|Class \"BotPack.TMale2Bot\" is not installed\nSkin \"SoldierSkins.blkt\" is not installed\nFace \"SoldierSkins.Riker\" is not installed";
+        // A class of many skins finds each slot's, whether its list is kept or built anew.
+        QTest::newRow("large class") << "slot:5,slot:6,slot:7" << "" << 7 << 0 << "Rhea|Gold|Female Warrior|Warrior 1997|Ace|(None Choosen)|Normal|-3|0.0|0.0|0.0|0.0|calm||!|7|Rhea|Gold|Female Warrior|Warrior 1997|SGirlSkins.Cilia|(None Choosen)|-3|(No Favorite)|Face \"SGirlSkins.Cilia\" is not installed";
+        QTest::newRow("large class again") << "slot:5,slot:6,slot:7,slot:0,slot:6" << "" << 6 << 0 << "Drimacus|None|Female Warrior|Warrior 1996|Ace|(None Choosen)|Normal|-3|0.0|0.0|0.0|0.0|calm||!|6|Drimacus|None|Female Warrior|Warrior 1996|SoldierSkins.Kregore|(None Choosen)|-3|(No Favorite)|Face \"SoldierSkins.Kregore\" is not installed";
+        // An edit shows in its row at once, the warning going when the slot is fixed; a class
+        // takes the first of its skins, faces and voices, and finds them again when its slot
+        // is shown anew.
+        QTest::newRow("fixed in the editor") << "slot:31,name:Krag,cmbClass:2" << "-" << 31 << 2 << "Krag|Gold|Boss|Boss|Xan|Boss Voice|Normal|-3|0.0|0.0|0.0|0.0|jumpy||31|Krag|Gold|Boss|Boss|Xan|Boss Voice|-3|(No Favorite)|";
+        QTest::newRow("add-on without skins") << "cmbClass:3,slot:1,slot:0" << "-" << 0 << 1 << "Archon|None|Robot|(NONE)|(NONE)|Male One|Normal|-3|0.0|0.0|0.0|0.0|calm||0|Archon|None|Robot|||Male One|-3|(No Favorite)|";
+        // A bot travels whole; a moved one stays shown.
+        QTest::newRow("copy and paste") << "slot:4,mnuEditCopy,slot:9,mnuEditPaste" << "9<-4" << 9 << 1 << "";
+        QTest::newRow("move up") << "slot:5,mnuEditMoveUp" << "4<-5,5<-4" << 4 << 1 << "";
+        QTest::newRow("move down twice") << "slot:5,mnuEditMoveDown,mnuEditMoveDown" << "5<-6,6<-7,7<-5" << 7 << 2 << "";
+        QTest::newRow("first cannot go up") << "slot:0,mnuEditMoveUp" << "" << 0 << 0 << "";
+        QTest::newRow("last cannot go down") << "slot:31,mnuEditMoveDown" << "" << 31 << 0 << "";
+        QTest::newRow("nothing copied") << "slot:3,mnuEditPaste" << "" << 3 << 0 << "";
+        // Each edit is one step, whatever it touched and however it was made.
+        QTest::newRow("typing a name") << "name:Zed" << "-" << 0 << 1 << "";
+        QTest::newRow("a name typed as it was") << "name:Archon" << "" << 0 << 0 << "";
+        QTest::newRow("names of two bots") << "name:Zed,slot:3,name:Quinn" << "-" << 3 << 2 << "";
+        QTest::newRow("a drag") << "drag:37" << "-" << 0 << 1 << "";
+        QTest::newRow("arrows") << "arrow,arrow" << "-" << 0 << 2 << "";
+        QTest::newRow("list-wide and description") << "cmbDifficulty:5,descr:Friday games" << "-" << 0 << 2 << "";
+        // A new edit after an undo drops what could have been redone.
+        QTest::newRow("edit after undo") << "cmbColor:2,name:Zed,mnuEditUndo,cmbClass:2" << "-" << 0 << 2 << "";
+        // clang-format on
+    }
+
+    // The overview follows the editor and the other way round. Undoing every
+    // step brings back the roster the user began with, the editor and the
+    // overview showing it, and marks a saved list; redoing brings back the
+    // last. New starts afresh.
+    void overview()
+    {
+        QFETCH(QString, steps);
+        QFETCH(QString, moved);
+        QFETCH(int, slot);
+        QFETCH(int, recorded);
+        QFETCH(QString, shown);
+
+        frmBots &form = renewed();
+        Roster().VoiceType[3] = "BotPack.VoiceFemaleOne";
+        for (int warrior : { 5, 6, 7 }) {
+            Roster().BotClasses[warrior] = "MyMods.Warrior";
+            Roster().BotSkins[warrior] = QString("WarSkins.w%1").arg(1990 + warrior);
+        }
+        form.ResetHistory();
+        const BotRoster before = Roster();
+        act(form, steps);
+        const BotRoster after = Roster();
+        if (moved != "-") {
+            BotRoster expected = before;
+            for (const QString &change : moved.split(',', Qt::SkipEmptyParts))
+                BotSlot::fromRoster(before, change.section("<-", 1).toInt())
+                    .toRoster(expected, change.section("<-", 0, 0).toInt());
+            QCOMPARE(after, expected);
+        }
+        QCOMPARE(form.CurrentSlot(), slot);
+        QCOMPARE(form.grdBots->currentRow(), slot);
+        if (!shown.isEmpty())
+            QCOMPARE(::shown(form), shown);
+        QCOMPARE(form.mnuEditMoveUp->isEnabled(), slot > 0);
+        QCOMPARE(form.mnuEditMoveDown->isEnabled(), slot < 31);
+        QCOMPARE(form.History->count(), recorded);
+
+        const auto walk = [&form, recorded](QAction *entry, const BotRoster &roster) {
+            for (int i = 0; i < recorded; ++i)
+                entry->trigger();
+            QVERIFY(!entry->isEnabled());
+            QCOMPARE(Roster(), roster);
+            const int slot = form.CurrentSlot();
+            QCOMPARE(form.txtName->text(), roster.BotNames[slot]);
+            QCOMPARE(form.hsAccuracy->value(), roster.BotAccuracy[slot]);
+            QCOMPARE(form.cmbDifficulty->currentIndex(), roster.Difficulty);
+            QCOMPARE(form.grdBots->currentRow(), slot);
+            for (int s = 0; s < BotSlotCount; ++s)
+                QCOMPARE(form.grdBots->item(s, RosterOverview::Name)->text(), roster.BotNames[s]);
+        };
+        form.SavedFunc(true);
+        walk(form.mnuEditUndo, before);
+        QCOMPARE(form.lblSaved->text(), recorded ? "Modified" : "Saved");
+        walk(form.mnuEditRedo, after);
+
+        form.cmbBot->setCurrentIndex(3);
+        QCOMPARE(form.grdBots->currentRow(), 3);
+        // A drag shows while it goes on.
+        form.hsSkillAdjust->setSliderDown(true);
+        form.hsSkillAdjust->setSliderPosition(5);
+        QCOMPARE(form.grdBots->item(3, RosterOverview::Skill)->text(), "2");
+        m_session->prompt.answerNext(MessageAnswer::No);
+        form.mnuFileNew->trigger();
+        QCOMPARE(form.History->count(), 0);
+    }
+
+    // The usual keys, from the name box too: there the window's Undo takes the
+    // place of the box's own, so that typing is undone as one step. In the
+    // overview: to the last bot, back to the first; copy, move down, paste over
+    // the bot now above.
+    void shortcuts()
+    {
+        frmBots &form = renewed();
+        QApplication::setActiveWindow(&form);
+        QVERIFY(QTest::qWaitForWindowActive(&form));
+        form.txtName->setFocus();
+        act(form, "name:Zed");
+        QStringList names;
+        const auto keys = [&](QWidget *to, const QList<QKeyCombination> &combinations) {
+            for (const QKeyCombination key : combinations)
+                QTest::keyClick(to, key.key(), key.keyboardModifiers());
+            names << Roster().BotNames[0] + "," + Roster().BotNames[1] + "," + form.txtName->text();
+        };
+        keys(form.txtName, { Qt::CTRL | Qt::Key_Z });
+        keys(form.txtName, { Qt::CTRL | Qt::SHIFT | Qt::Key_Z });
+        keys(form.txtName, { Qt::CTRL | Qt::Key_Z, Qt::CTRL | Qt::Key_Y });
+        form.grdBots->setFocus();
+        keys(form.grdBots, { Qt::CTRL | Qt::Key_End });
+        keys(form.grdBots,
+            { Qt::CTRL | Qt::Key_Home, Qt::CTRL | Qt::Key_C, Qt::CTRL | Qt::Key_Down });
+        keys(form.grdBots, { QKeyCombination(Qt::Key_Up), Qt::CTRL | Qt::Key_V });
+        QCOMPARE(names,
+            QStringList({ "Archon,Aryss,Archon", "Zed,Aryss,Zed", "Zed,Aryss,Zed",
+                "Zed,Aryss,Kragoth", "Aryss,Zed,Zed", "Zed,Zed,Zed" }));
+        QCOMPARE(form.History->count(), 3);
+    }
 
 private:
     // The window as File, New leaves it.
@@ -139,303 +363,6 @@ private:
 
     std::unique_ptr<EditorSession> m_session;
 };
-
-// Nothing to edit before New or Open, and only File, Exit ends the program.
-void TestFrmBots::asStarted()
-{
-    frmBots &form = m_session->form();
-    QCOMPARE(form.cmbBot->itemText(form.cmbBot->count() - 1), "Bot 31");
-    const auto editable = [&form](bool enabled) {
-        QStringList wrong;
-        for (QWidget *control : form.centralWidget()->findChildren<QWidget *>()) {
-            if ((control->focusPolicy() & Qt::TabFocus) && control->isEnabled() != enabled)
-                wrong << control->objectName();
-        }
-        return wrong.join(',');
-    };
-    QCOMPARE(editable(false), "");
-    QVERIFY(!form.grdBots->isEnabled() && !form.mnuEditCopy->isEnabled());
-    form.EnableAll(true);
-    QCOMPARE(editable(true), "");
-    QVERIFY(!form.lblSaved->isEnabled());
-    QVERIFY(!form.windowFlags().testFlag(Qt::WindowCloseButtonHint));
-    QVERIFY(!spontaneous(&form, QCloseEvent()) && form.isVisible());
-
-    QStringList entries;
-    for (const QAction *title : form.menuBar()->actions()) {
-        entries << title->menu()->objectName() + "=" + title->text();
-        for (const QAction *action : title->menu()->actions()) {
-            if (action->isVisible())
-                entries << (action->isSeparator() ? "-"
-                                                  : action->objectName() + "=" + action->text());
-        }
-    }
-    QCOMPARE(entries.join(u','),
-        "mnuFile=&File,mnuFileNew=&New,-,mnuFileOpen=&Open,-,mnuFileApply=Apply Config,"
-        "mnuFileImport=&Import from Game...,mnuFileRestore=&Restore Backup...,-,"
-        "mnuFileOptions=Options,-,mnuFileSave=&Save,mnuFileSaveAs=Save As,-,"
-        "mnuFileQuitLaunch=&Quit and Launch UT w/Current Config,-,mnuFileExit=E&xit,"
-        "mnuEdit=&Edit,mnuEditUndo=&Undo,mnuEditRedo=&Redo,-,mnuEditCopy=&Copy Bot,"
-        "mnuEditPaste=&Paste Bot,-,mnuEditMoveUp=Move &Up,mnuEditMoveDown=Move &Down,"
-        "mnuHelp=&Help,mnuHelpWebsite=Website,mnuHelpSupportSite=Support Site,"
-        "mnuHelpHelp=&Help,-,mnuHelpAbout=About...");
-}
-
-void TestFrmBots::edits_data()
-{
-    QTest::addColumn<QString>("step");
-    QTest::addColumn<QString>("context"); // the document's state, or a gate that holds edits
-    QTest::addColumn<QString>("stored");
-    QTest::addColumn<QString>("after"); // the document's state
-
-    // clang-format off
-    const QList<std::pair<QString, QString>> edits {
-        { "name:Zed", "BotNames[0]=Zed" },
-        { "team:2", "BotTeams[0]=1" },
-        // A new class takes the first skin, face and voice it shows.
-        { "class:1", "BotFaces[0]=FCommandoSkins.Cryss,BotClasses[0]=BotPack.TFemale1Bot,BotSkins[0]=FCommandoSkins.goth,VoiceType[0]=BotPack.VoiceFemaleOne" },
-        { "skin:1", "BotFaces[0]=CommandoSkins.Luthor,BotSkins[0]=CommandoSkins.daco" },
-        // The game's form of the face, not the texture's name.
-        { "face:1", "BotFaces[0]=CommandoSkins.Gorn" },
-        { "voice:1", "VoiceType[0]=BotPack.VoiceMaleTwo" },
-        { "style:0", "CombatStyle[0]=0.500000" },
-        { "weapon:4", "FavoriteWeapon[0]=BotPack.UT_FlakCannon" },
-        { "difficulty:3", "Difficulty=3" },
-        { "jumpy", "BotJumpy[0]=1" }, { "adjust", "bAdjustSkill=True" }, { "random", "bRandomOrder=True" },
-        { "arrow", "BotAccuracy[0]=0.050000" },
-        { "drag:37", "BotAccuracy[0]=0.350000" },
-        // Showing every slot stores back exactly what each held.
-        { "slots", "" },
-    };
-    for (const auto &[step, stored] : edits) {
-        const bool box = QStringList({ "jumpy", "adjust", "random" }).contains(step);
-        const bool list = QRegularExpression("^(class|skin|face|voice):").match(step).hasMatch();
-        const QByteArray name = step.toLatin1();
-        QTest::addRow("%s, saved", name.data()) << step << "Saved" << stored << "Modified";
-        // Only a drag turns a loaded list into a modified one.
-        QTest::addRow("%s, loaded", name.data()) << step << "Loaded" << stored << (step.startsWith("drag") ? "Modified" : "Loaded");
-        QTest::addRow("%s, opening", name.data()) << step << "opening" << stored << "Saved";
-        // The window fills itself while hidden; only the check boxes store then.
-        QTest::addRow("%s, hidden", name.data()) << step << "hidden" << (box ? stored : "") << (box ? "Modified" : "Saved");
-        // While it positions its lists, they store nothing.
-        QTest::addRow("%s, refreshing", name.data()) << step << "refreshing" << (list ? "" : stored) << (list ? "Saved" : "Modified");
-    }
-    // The description changes only when applied with another.
-    QTest::newRow("description") << "descr:Team games" << "Saved" << "* Team games" << "Modified";
-    QTest::newRow("description unchanged") << "descr:Old text" << "Saved" << "" << "Saved";
-    QTest::newRow("description cancelled") << "nodescr:Team games" << "Saved" << "" << "Saved";
-    // clang-format on
-}
-
-void TestFrmBots::edits()
-{
-    QFETCH(QString, step);
-    QFETCH(QString, context);
-    QFETCH(QString, stored);
-    QFETCH(QString, after);
-
-    Roster().Description = "Old text";
-    frmBots &form = m_session->form();
-    form.EnableAll(true);
-    if (context == "hidden")
-        form.hide();
-    else
-        form.PositionSlot(), form.OtherData(0), form.SavedFunc(true);
-    if (context == "Loaded")
-        form.LoadedFunc();
-    form.bLoadingConfig = context == "opening";
-    form.bRefreshing = context == "refreshing";
-    const BotRoster before = Roster();
-
-    act(form, step);
-
-    QCOMPARE(changes(before), stored);
-    QCOMPARE(form.lblSaved->text(), after);
-    // The slot keeps a position off the step; the label shows it snapped.
-    if (step.startsWith("drag") && !stored.isEmpty())
-        QVERIFY(Roster().BotAccuracy[0] == 37 && form.lblNumAccuracy->text() == "0.35");
-}
-
-void TestFrmBots::overview_data()
-{
-    QTest::addColumn<QString>("steps"); // see act
-    QTest::addColumn<QString>("shown"); // see shown()
-    QTest::addColumn<QString>("offered"); // skins / faces / voices, when a row checks them
-
-    // clang-format off
-    QTest::newRow("standard bot") << "slot:0" << "Archon|None|Male Commando|Commando|Blake|(None Choosen)|Normal|-3|0.0|0.0|0.0|0.0|calm||0|Archon|None|Male Commando|Commando|Blake|(None Choosen)|-3|(No Favorite)|" << "";
-    // Dessloch has a voice his model is not offered: none is selected.
-    QTest::newRow("second skin") << "slot:3" << "Dessloch|Blue|Male Commando|Desert|Luthor||Normal|-3|0.0|0.0|0.0|0.0|calm||3|Dessloch|Blue|Male Commando|Desert|Luthor|Female One|-3|(No Favorite)|" << "";
-    QTest::newRow("voice in small letters") << "slot:4" << "Cryss|None|Female Commando|Goth|Cryss|Female One|Normal|-3|0.0|0.0|0.0|0.0|calm||4|Cryss|None|Female Commando|Goth|Cryss|Female One|-3|(No Favorite)|" << "";
-    QTest::newRow("model not installed") << "slot:18" << "Tamerlane|None|Male Commando|Commando|Blake|(None Choosen)|Cautious|-3|0.0|-0.30|1.0|0.0|calm||!|18|Tamerlane|None|BotPack.TMale2Bot|SoldierSkins.blkt|SoldierSkins.Riker|(None Choosen)|-3|Botpack.SniperRifle|Class \"BotPack.TMale2Bot\" is not installed\nSkin \"SoldierSkins.blkt\" is not installed\nFace \"SoldierSkins.Riker\" is not installed" << "";
-    // A class of many skins finds each slot's, whether its list is kept or built anew.
-    QTest::newRow("large class") << "slot:5,slot:6,slot:7" << "Rhea|Gold|Female Warrior|Warrior 1997|Ace|(None Choosen)|Normal|-3|0.0|0.0|0.0|0.0|calm||!|7|Rhea|Gold|Female Warrior|Warrior 1997|SGirlSkins.Cilia|(None Choosen)|-3|(No Favorite)|Face \"SGirlSkins.Cilia\" is not installed" << "";
-    QTest::newRow("large class again") << "slot:5,slot:6,slot:7,slot:0,slot:6" << "Drimacus|None|Female Warrior|Warrior 1996|Ace|(None Choosen)|Normal|-3|0.0|0.0|0.0|0.0|calm||!|6|Drimacus|None|Female Warrior|Warrior 1996|SoldierSkins.Kregore|(None Choosen)|-3|(No Favorite)|Face \"SoldierSkins.Kregore\" is not installed" << "";
-    // An edit shows in its row at once, the warning going when the slot is fixed; a class
-    // offers its own skins, faces and voices, takes the first of each, and finds them again
-    // when its slot is shown anew.
-    QTest::newRow("fixed in the editor") << "slot:31,name:Krag,class:2" << "Krag|Gold|Boss|Boss|Xan|Boss Voice|Normal|-3|0.0|0.0|0.0|0.0|jumpy||31|Krag|Gold|Boss|Boss|Xan|Boss Voice|-3|(No Favorite)|" << "Boss / Xan / Boss Voice,(None Choosen)";
-    QTest::newRow("add-on without skins") << "class:3,slot:1,slot:0" << "Archon|None|Robot|(NONE)|(NONE)|Male One|Normal|-3|0.0|0.0|0.0|0.0|calm||0|Archon|None|Robot|||Male One|-3|(No Favorite)|" << "(NONE) / (NONE) / Male One,Male Two,Male One,Male Two,(None Choosen)";
-    QTest::newRow("add-on, female") << "class:4,slot:1,slot:0" << "Archon|None|Female Warrior|Warrior 0|Ace|Female One|Normal|-3|0.0|0.0|0.0|0.0|calm||0|Archon|None|Female Warrior|Warrior 0|Ace|Female One|-3|(No Favorite)|" << "2000 skins / Ace / Female One,Female Two,(None Choosen)";
-    // clang-format on
-}
-
-// Choosing a row shows its bot in the editor and the other way round;
-// showing a slot stores nothing new, not even for a model that is missing.
-void TestFrmBots::overview()
-{
-    QFETCH(QString, steps);
-    QFETCH(QString, shown);
-    QFETCH(QString, offered);
-
-    frmBots &form = renewed();
-    Roster().VoiceType[3] = "BotPack.VoiceFemaleOne";
-    Roster().VoiceType[4] = "botpack.voicefemaleone";
-    for (int slot : { 5, 6, 7 }) {
-        Roster().BotClasses[slot] = "MyMods.Warrior";
-        Roster().BotSkins[slot] = QString("WarSkins.w%1").arg(1990 + slot);
-    }
-    form.ResetHistory();
-    const BotRoster before = Roster();
-    act(form, steps);
-
-    QCOMPARE(form.CurrentSlot(), form.grdBots->currentRow());
-    QCOMPARE(::shown(form), shown);
-    if (!offered.isEmpty())
-        QCOMPARE(QStringList({ items(form.cmbSkin), items(form.cmbFace), items(form.cmbVoice) })
-                     .join(" / "),
-            offered);
-    QCOMPARE(changes(before).isEmpty(), !steps.contains("class:"));
-    form.cmbBot->setCurrentIndex(3);
-    QCOMPARE(form.grdBots->currentRow(), 3);
-    // A drag shows while it goes on.
-    form.hsSkillAdjust->setSliderDown(true);
-    form.hsSkillAdjust->setSliderPosition(5);
-    QCOMPARE(form.grdBots->item(3, RosterOverview::Skill)->text(), "2");
-}
-
-void TestFrmBots::editMenu_data()
-{
-    QTest::addColumn<QString>("steps"); // see act
-    QTest::addColumn<QString>("moved"); // "slot<-from" per slot changed; "-" for other edits
-    QTest::addColumn<int>("shown"); // the slot shown at the end
-    QTest::addColumn<int>("recorded"); // steps in the history
-
-    // clang-format off
-    // A bot travels whole; a moved one stays shown.
-    QTest::newRow("copy and paste") << "slot:4,copy,slot:9,paste" << "9<-4" << 9 << 1;
-    QTest::newRow("move up") << "slot:5,up" << "4<-5,5<-4" << 4 << 1;
-    QTest::newRow("move down twice") << "slot:5,down,down" << "5<-6,6<-7,7<-5" << 7 << 2;
-    QTest::newRow("paste and move") << "slot:2,copy,slot:8,paste,down" << "8<-9,9<-2" << 9 << 2;
-    QTest::newRow("first cannot go up") << "slot:0,up" << "" << 0 << 0;
-    QTest::newRow("last cannot go down") << "slot:31,down" << "" << 31 << 0;
-    QTest::newRow("nothing copied") << "slot:3,paste" << "" << 3 << 0;
-    QTest::newRow("showing bots is no edit") << "slot:5,slot:18,slot:31" << "" << 31 << 0;
-    // Each edit is one step, whatever it touched and however it was made.
-    QTest::newRow("typing a name") << "name:Zed" << "-" << 0 << 1;
-    QTest::newRow("a name typed as it was") << "name:Archon" << "" << 0 << 0;
-    QTest::newRow("names of two bots") << "name:Zed,slot:3,name:Quinn" << "-" << 3 << 2;
-    QTest::newRow("a class with its skin, face and voice") << "slot:31,class:2" << "-" << 31 << 1;
-    QTest::newRow("a skin with its face") << "skin:1" << "-" << 0 << 1;
-    QTest::newRow("a drag") << "drag:37" << "-" << 0 << 1;
-    QTest::newRow("arrows") << "arrow,arrow" << "-" << 0 << 2;
-    QTest::newRow("list-wide and description") << "difficulty:5,descr:Friday games" << "-" << 0 << 2;
-    // A new edit after an undo drops what could have been redone.
-    QTest::newRow("edit after undo") << "team:2,name:Zed,undo,class:2" << "-" << 0 << 2;
-    // clang-format on
-}
-
-// Undoing every step walks back through each roster the user had, the
-// editor and the overview showing it, and marks a saved list; redoing walks
-// forward again. New starts afresh.
-void TestFrmBots::editMenu()
-{
-    QFETCH(QString, steps);
-    QFETCH(QString, moved);
-    QFETCH(int, shown);
-    QFETCH(int, recorded);
-
-    frmBots &form = renewed();
-    const BotRoster before = Roster();
-    QList<BotRoster> rosters { before };
-    for (const QString &step : steps.split(',')) {
-        act(form, step);
-        if (step == "undo")
-            rosters.removeLast();
-        else if (Roster() != rosters.constLast())
-            rosters.append(Roster());
-    }
-    if (moved != "-") {
-        BotRoster expected = before;
-        for (const QString &change : moved.split(',', Qt::SkipEmptyParts))
-            BotSlot::fromRoster(before, change.section("<-", 1).toInt())
-                .toRoster(expected, change.section("<-", 0, 0).toInt());
-        QCOMPARE(Roster(), expected);
-    }
-    QCOMPARE(form.CurrentSlot(), shown);
-    QCOMPARE(form.mnuEditMoveUp->isEnabled(), shown > 0);
-    QCOMPARE(form.mnuEditMoveDown->isEnabled(), shown < 31);
-    QCOMPARE(form.grdBots->actions(),
-        QList<QAction *>(
-            { form.mnuEditCopy, form.mnuEditPaste, form.mnuEditMoveUp, form.mnuEditMoveDown }));
-    QCOMPARE(form.History->count(), recorded);
-    QCOMPARE(rosters.size(), recorded + 1);
-
-    const auto showsRoster = [&form](const BotRoster &roster) {
-        QCOMPARE(Roster(), roster);
-        const int slot = form.CurrentSlot();
-        QCOMPARE(form.txtName->text(), roster.BotNames[slot]);
-        QCOMPARE(form.hsAccuracy->value(), roster.BotAccuracy[slot]);
-        QCOMPARE(form.cmbDifficulty->currentIndex(), roster.Difficulty);
-        QCOMPARE(form.grdBots->currentRow(), slot);
-        for (int s = 0; s < BotSlotCount; ++s)
-            QCOMPARE(form.grdBots->item(s, RosterOverview::Name)->text(), roster.BotNames[s]);
-    };
-    form.SavedFunc(true);
-    for (int i = recorded - 1; i >= 0; --i) {
-        form.mnuEditUndo->trigger();
-        showsRoster(rosters.at(i));
-        QCOMPARE(form.lblSaved->text(), "Modified");
-    }
-    QVERIFY(!form.mnuEditUndo->isEnabled());
-    for (int i = 1; i <= recorded; ++i)
-        form.mnuEditRedo->trigger(), showsRoster(rosters.at(i));
-    QVERIFY(!form.mnuEditRedo->isEnabled());
-
-    m_session->prompt.answerNext(MessageAnswer::No);
-    form.mnuFileNew->trigger();
-    QCOMPARE(form.History->count(), 0);
-}
-
-// The usual keys, from the name box too: there the window's Undo takes the
-// place of the box's own, so that typing is undone as one step. In the
-// overview: to the last bot, back to the first; copy, move down, paste over
-// the bot now above.
-void TestFrmBots::shortcuts()
-{
-    frmBots &form = renewed();
-    QApplication::setActiveWindow(&form);
-    QVERIFY(QTest::qWaitForWindowActive(&form));
-    form.txtName->setFocus();
-    act(form, "name:Zed");
-    QStringList names;
-    const auto keys = [&](QWidget *to, const QList<QKeyCombination> &combinations) {
-        for (const QKeyCombination key : combinations)
-            QTest::keyClick(to, key.key(), key.keyboardModifiers());
-        names << Roster().BotNames[0] + "," + Roster().BotNames[1] + "," + form.txtName->text();
-    };
-    keys(form.txtName, { Qt::CTRL | Qt::Key_Z });
-    keys(form.txtName, { Qt::CTRL | Qt::SHIFT | Qt::Key_Z });
-    keys(form.txtName, { Qt::CTRL | Qt::Key_Z, Qt::CTRL | Qt::Key_Y });
-    form.grdBots->setFocus();
-    keys(form.grdBots, { Qt::CTRL | Qt::Key_End });
-    keys(form.grdBots, { Qt::CTRL | Qt::Key_Home, Qt::CTRL | Qt::Key_C, Qt::CTRL | Qt::Key_Down });
-    keys(form.grdBots, { QKeyCombination(Qt::Key_Up), Qt::CTRL | Qt::Key_V });
-    QCOMPARE(names,
-        QStringList({ "Archon,Aryss,Archon", "Zed,Aryss,Zed", "Zed,Aryss,Zed", "Zed,Aryss,Kragoth",
-            "Aryss,Zed,Zed", "Zed,Zed,Zed" }));
-    QCOMPARE(form.History->count(), 3);
-}
 
 QTEST_MAIN(TestFrmBots)
 #include "test_frmbots.moc"

@@ -1,7 +1,6 @@
 #include "editorsession.h"
 #include "screenshots.h"
 
-#include "configfiles/configfile.h"
 #include "configfiles/forms/dlgApply.h"
 #include "configfiles/forms/dlgLaunchUT.h"
 #include "configfiles/forms/dlgOpen.h"
@@ -26,28 +25,9 @@ private slots:
     void initTestCase()
     {
         m_session = std::make_unique<EditorSession>();
-        BotRoster roster;
-        SetDefaults(roster);
-        for (const QString name : { "Deathmatch Night", "Capture the Flag", "Novices" }) {
-            roster.Description = name + ": the bots we play on Fridays, tuned to our skill.";
-            QVERIFY(SaveConfigAs(m_session->config(), name + ".qvn", true, roster));
-        }
-        // Two backups of the lists an apply replaced, and a list in each of
-        // the game's two user.ini files.
-        const auto section = [&roster](const QString &first) {
-            QStringList lines { "[Botpack.ChallengeBotInfo]" };
-            for (int slot = 0; slot < BotSlotCount; ++slot)
-                lines << QString("BotNames[%1]=%2")
-                             .arg(slot)
-                             .arg(slot ? roster.BotNames[slot] : first);
-            return crlf(lines);
-        };
-        QVERIFY(writeTestFile(
-            m_session->config("curconfig_bkup_(3-7-2001-9-5-3).qvn2"), section("Visitor")));
-        QVERIFY(writeTestFile(m_session->config("curconfig_bkup_(3-9-2001-21-15-0)_System64.qvn2"),
-            section("Grail")));
-        QVERIFY(writeTestFile(m_session->userIni(), section("Archon")));
-        QVERIFY(writeTestFile(m_session->userIni("System64"), section("Lauren")));
+        // Three lists, two backups of the lists an apply replaced, and a
+        // list in each of the game's two user.ini files.
+        QVERIFY(m_session->addFiles("documents/shots"));
     }
 
     // clang-format off

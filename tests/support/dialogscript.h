@@ -5,8 +5,6 @@
 
 #include <QApplication>
 #include <QDialog>
-#include <QList>
-#include <QStringList>
 #include <QTimer>
 
 #include <functional>

@@ -54,8 +54,18 @@ public:
             .join(u'|');
     }
 
+    // Copies the files of `folder` under the test data into the root.
+    bool addFiles(const QString &folder)
+    {
+        const QHash<QString, QByteArray> added = files(testDataDir() + folder);
+        bool copied = !added.isEmpty();
+        for (auto file = added.begin(); file != added.end(); ++file)
+            copied &= writeTestFile(root() + file.key(), *file);
+        return copied;
+    }
+
     // Remembers every file under the root, for written().
-    void snapshot() { m_before = files(); }
+    void snapshot() { m_before = files(root()); }
 
     // The files made or changed since snapshot(), sorted, as paths from the
     // root with "=" and the first bot's name after those holding a bot list;
@@ -65,13 +75,12 @@ public:
         static const QRegularExpression firstBot("(?:^|\n)BotNames\\[0\\]=([^\r\n]*)");
         static const QRegularExpression stamp("\\(\\d+(-\\d+){5}\\)");
         QStringList changed;
-        const QHash<QString, QByteArray> now = files();
+        const QHash<QString, QByteArray> now = files(root());
         for (auto file = now.begin(); file != now.end(); ++file) {
-            if (file.key().endsWith("/recentfiles.txt")
-                || m_before.value(file.key(), "\n") == *file)
+            if (file.key().endsWith("recentfiles.txt") || m_before.value(file.key(), "\n") == *file)
                 continue;
             const auto match = firstBot.match(QString::fromLatin1(*file));
-            changed << QDir(root()).relativeFilePath(file.key()).replace(stamp, "(*)")
+            changed << QString(file.key()).replace(stamp, "(*)")
                     + (match.hasMatch() ? "=" + match.captured(1) : QString());
         }
         changed.sort();
@@ -89,13 +98,14 @@ private:
         unloadForm<dlgDescr>();
     }
 
-    QHash<QString, QByteArray> files() const
+    // Every file under `folder`, by its path from there.
+    static QHash<QString, QByteArray> files(const QString &folder)
     {
         QHash<QString, QByteArray> contents;
-        QDirIterator it(root(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+        QDirIterator it(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
         while (it.hasNext()) {
             const QString path = it.next();
-            contents.insert(path, readTestFile(path));
+            contents.insert(QDir(folder).relativeFilePath(path), readTestFile(path));
         }
         return contents;
     }
