@@ -98,26 +98,16 @@ private slots:
         QTest::addColumn<QStringList>("reparse");
         const QString tin = "/ut/System/Tin.int", other = "/UT/system/OTHER.int";
         // clang-format off
-        QTest::newRow("appends to the model's pattern") << QByteArray("fcommando,X\r\nsoldier,A\r\n") << QStringList { guy + "|Male Soldier" }
-            << QString() << QByteArray("fcommando,X\r\nsoldier,A,MyGuy\r\n") << QStringList { guy, {} };
-        QTest::newRow("new patterns, any case, no file") << QByteArray() << QStringList { guy + "|male soldier", tin + "|TIN MAN" }
-            << QString() << QByteArray("soldier,MyGuy\r\nTinMan,Tin\r\n") << QStringList { guy, tin, {} };
-        QTest::newRow("paths in any case, one model") << QByteArray("TinMan,Z\r\n") << QStringList { guy + "|Tin Man", other + "|Tin Man" }
-            << QString() << QByteArray("TinMan,Z,MyGuy,OtherPack\r\n") << QStringList { guy, other, {} };
-        QTest::newRow("unassigned items keep their places") << QByteArray("") << QStringList { guy + "|", tin + "|Tin Man" }
-            << QString() << QByteArray("TinMan,Tin\r\n") << QStringList { {}, tin, {} };
-        QTest::newRow("listed once") << QByteArray("soldier,MyGuy\r\n") << QStringList { guy + "|Male Soldier" }
-            << QString() << QByteArray() << QStringList { guy, {} };
-        QTest::newRow("unknown model") << QByteArray("soldier,A\r\n") << QStringList { guy + "|Warlord" }
-            << QString() << QByteArray() << QStringList { guy, {} };
-        QTest::newRow("nothing assigned") << QByteArray("soldier,A\r\n") << QStringList { guy + "|" }
-            << QString() << QByteArray() << QStringList { {}, {} };
-        QTest::newRow("a saved pattern changed, nothing assigned") << QByteArray("soldier,A\r\nTinMan,Z\r\n") << QStringList { guy + "|" }
-            << "Z" << QByteArray("soldier,A\r\n") << QStringList { {}, {} };
-        QTest::newRow("a saved pattern emptied, a file assigned") << QByteArray("soldier,A\r\nTinMan,Z\r\n") << QStringList { guy + "|Tin Man" }
-            << "A" << QByteArray("TinMan,Z,MyGuy\r\n") << QStringList { guy, {} };
-        QTest::newRow("a saved pattern gone, a file assigned to it") << QByteArray("TinMan,Z\r\n") << QStringList { guy + "|Male Soldier" }
-            << "A" << QByteArray("TinMan,Z\r\nsoldier,MyGuy\r\n") << QStringList { guy, {} };
+        QTest::newRow("appends to the model's pattern") << QByteArray("fcommando,X\r\nsoldier,A\r\n") << QStringList { guy + "|Male Soldier" } << QString() << QByteArray("fcommando,X\r\nsoldier,A,MyGuy\r\n") << QStringList { guy, {} };
+        QTest::newRow("new patterns, any case, no file") << QByteArray() << QStringList { guy + "|male soldier", tin + "|TIN MAN" } << QString() << QByteArray("soldier,MyGuy\r\nTinMan,Tin\r\n") << QStringList { guy, tin, {} };
+        QTest::newRow("paths in any case, one model") << QByteArray("TinMan,Z\r\n") << QStringList { guy + "|Tin Man", other + "|Tin Man" } << QString() << QByteArray("TinMan,Z,MyGuy,OtherPack\r\n") << QStringList { guy, other, {} };
+        QTest::newRow("unassigned items keep their places") << QByteArray("") << QStringList { guy + "|", tin + "|Tin Man" } << QString() << QByteArray("TinMan,Tin\r\n") << QStringList { {}, tin, {} };
+        QTest::newRow("listed once") << QByteArray("soldier,MyGuy\r\n") << QStringList { guy + "|Male Soldier" } << QString() << QByteArray() << QStringList { guy, {} };
+        QTest::newRow("unknown model") << QByteArray("soldier,A\r\n") << QStringList { guy + "|Warlord" } << QString() << QByteArray() << QStringList { guy, {} };
+        QTest::newRow("nothing assigned") << QByteArray("soldier,A\r\n") << QStringList { guy + "|" } << QString() << QByteArray() << QStringList { {}, {} };
+        QTest::newRow("a saved pattern changed, nothing assigned") << QByteArray("soldier,A\r\nTinMan,Z\r\n") << QStringList { guy + "|" } << "Z" << QByteArray("soldier,A\r\n") << QStringList { {}, {} };
+        QTest::newRow("a saved pattern emptied, a file assigned") << QByteArray("soldier,A\r\nTinMan,Z\r\n") << QStringList { guy + "|Tin Man" } << "A" << QByteArray("TinMan,Z,MyGuy\r\n") << QStringList { guy, {} };
+        QTest::newRow("a saved pattern gone, a file assigned to it") << QByteArray("TinMan,Z\r\n") << QStringList { guy + "|Male Soldier" } << "A" << QByteArray("TinMan,Z\r\nsoldier,MyGuy\r\n") << QStringList { guy, {} };
         // clang-format on
     }
 
@@ -147,26 +137,22 @@ private slots:
         QCOMPARE(Catalogue().ReparseRequested, !reparse.join(QString()).isEmpty());
     }
 
-    void aFailedWriteChangesNothing_data()
-    {
-        QTest::addColumn<bool>("locked"); // else the folder is gone
-        QTest::newRow("folder gone") << false;
-        QTest::newRow("being changed") << true;
-    }
-
+    // Whether the folder is gone or the file is being changed.
     void aFailedWriteChangesNothing()
     {
-        QFETCH(bool, locked);
-        QVERIFY(writeTestFile(PatternFilePath(), "soldier,A\r\n"));
-        LoadPatternList();
-        QLockFile lock(PatternFilePath() + ".lock");
-        QVERIFY(!locked || lock.lock());
-        if (!locked)
-            setProgramDir(m_dir->filePath("gone"));
-        QVERIFY_THROWS_EXCEPTION(RunError, FinishPatterns({ { guy, "Male Soldier" } }));
-        QCOMPARE(records(), (QStringList { "soldier|A|", "||" }));
-        QCOMPARE(readTestFile(PatternFilePath()), locked ? "soldier,A\r\n" : QByteArray());
-        QVERIFY(!Catalogue().ReparseRequested);
+        for (const bool locked : { false, true }) {
+            setProgramDir(m_dir->path());
+            QVERIFY(writeTestFile(PatternFilePath(), "soldier,A\r\n"));
+            LoadPatternList();
+            QLockFile lock(PatternFilePath() + ".lock");
+            QVERIFY(!locked || lock.lock());
+            if (!locked)
+                setProgramDir(m_dir->filePath("gone"));
+            QVERIFY_THROWS_EXCEPTION(RunError, FinishPatterns({ { guy, "Male Soldier" } }));
+            QCOMPARE(records(), (QStringList { "soldier|A|", "||" }));
+            QCOMPARE(readTestFile(PatternFilePath()), locked ? "soldier,A\r\n" : QByteArray());
+            QVERIFY(!Catalogue().ReparseRequested);
+        }
     }
 
     void changesSavedPatterns_data()
@@ -231,39 +217,26 @@ private slots:
         QCOMPARE(PatternModelChoices(), QStringList { "(NONE)" });
     }
 
-    void unmatchedListNamesAndLinesFollowTheDateAndLocale_data()
-    {
-        QTest::addColumn<QLocale>("locale");
-        QTest::addColumn<QDateTime>("when");
-        QTest::addColumn<QStringList>("nameDateTime");
-        // clang-format off
-        QTest::newRow("English, morning") << QLocale(QLocale::English, QLocale::UnitedStates) << QDateTime(QDate(2001, 7, 4), QTime(9, 5, 30))
-            << QStringList { "UnMatched_Files_7-4-2001_h9m5s30.txt", "Wednesday, July 4, 2001", "9:05:30 AM" };
-        QTest::newRow("German, evening") << QLocale(QLocale::German, QLocale::Germany) << QDateTime(QDate(2023, 12, 31), QTime(23, 59, 8))
-            << QStringList { "UnMatched_Files_12-31-2023_h23m59s8.txt", "Sonntag, Dezember 31, 2023", "23:59:08" };
-        // clang-format on
-    }
-
-    void unmatchedListNamesAndLinesFollowTheDateAndLocale()
-    {
-        QFETCH(QLocale, locale);
-        QFETCH(QDateTime, when);
-        QFETCH(QStringList, nameDateTime);
-        QCOMPARE(UnmatchedListFileName(when), nameDateTime.at(0));
-        QStringList lines = UnmatchedListLines({ { "/ut/System/A.int", "A" }, {} }, when, locale);
-        lines[3].replace(u'\u202f', ' '); // some locales put a narrow space before AM
-        const QString stars(70, '*');
-        QCOMPARE(lines,
-            (QStringList { stars, "* UNMATCHED SKIN FILE LIST OUTPUT",
-                "* Date: " + nameDateTime.at(1), "* Time: " + nameDateTime.at(2), stars, " ",
-                "/ut/System/A.int", "", " ", "End of List" }));
-    }
-
+    // The list's name and date follow the English pattern whatever the
+    // locale, which names the day and month and formats the time its own way.
     // A second save in the same second replaces the file; the report's button
     // says what happened.
     void savesTheUnmatchedList()
     {
         const QDateTime when(QDate(2001, 7, 4), QTime(9, 5, 30));
+        const QDateTime evening(QDate(2023, 12, 31), QTime(23, 59, 8));
+        QCOMPARE(UnmatchedListFileName(evening), "UnMatched_Files_12-31-2023_h23m59s8.txt");
+        QStringList lines = UnmatchedListLines({ { "/ut/System/A.int", "A" }, {} }, when,
+            QLocale(QLocale::English, QLocale::UnitedStates));
+        lines[3].replace(u'\u202f', ' '); // some locales put a narrow space before AM
+        const QString stars(70, '*');
+        QCOMPARE(lines,
+            (QStringList { stars, "* UNMATCHED SKIN FILE LIST OUTPUT",
+                "* Date: Wednesday, July 4, 2001", "* Time: 9:05:30 AM", stars, " ",
+                "/ut/System/A.int", "", " ", "End of List" }));
+        QCOMPARE(UnmatchedListLines({}, evening, QLocale(QLocale::German)).mid(2, 2),
+            (QStringList { "* Date: Sonntag, Dezember 31, 2023", "* Time: 23:59:08" }));
+
         const QString path = SaveUnmatchedList(ProgramDir(), when);
         Catalogue().UnmatchedSkins = { { "/ut/System/B.int", "B" }, {} };
         QCOMPARE(SaveUnmatchedList(ProgramDir(), when), path);
@@ -271,7 +244,6 @@ private slots:
         QVERIFY(readTestFile(path).endsWith(
             QByteArray(70, '*') + "\r\n \r\n/ut/System/B.int\r\n\r\n \r\nEnd of List\r\n"));
         QVERIFY(QFile::remove(path));
-
         ScriptedPrompt prompt;
         SaveUnmatchedListAndSay();
         const QStringList saved = QDir(ProgramDir()).entryList({ "UnMatched_Files_*.txt" });

@@ -21,19 +21,18 @@ class TestProgramDirectory : public QObject
 private slots:
     void choice_data()
     {
-        QTest::addColumn<QString>("copy");
         QTest::addColumn<QByteArray>("usersPattern"); // pattern.ini already in the user folder
-        QTest::newRow("portable copy") << "portable" << QByteArray();
-        QTest::newRow("read-only portable copy") << "portable, read-only" << QByteArray();
-        QTest::newRow("installed") << "installed" << QByteArray();
-        QTest::newRow("installed, the user's patterns kept")
-            << "installed, read-only" << QByteArray("mine\r\n");
+        QTest::newRow("portable") << QByteArray();
+        QTest::newRow("portable, read-only") << QByteArray();
+        QTest::newRow("installed") << QByteArray();
+        QTest::newRow("installed, read-only") << QByteArray("mine\r\n");
     }
 
-    // Only a writable portable copy keeps its files beside it.
+    // Only a writable portable copy keeps its files beside it; an installed
+    // one keeps the user's own patterns.
     void choice()
     {
-        QFETCH(QString, copy);
+        const QString copy = QTest::currentDataTag();
         QFETCH(QByteArray, usersPattern);
         const bool inUserFolder = copy != "portable";
         QTemporaryDir root;
@@ -64,25 +63,13 @@ private slots:
     }
 
     // Newest first, each once, five at most.
-    void addingRecentFiles_data()
-    {
-        QTest::addColumn<QStringList>("before");
-        QTest::addColumn<QString>("added");
-        QTest::addColumn<QStringList>("after");
-        QTest::newRow("first") << QStringList() << "/c/a.qvn" << QStringList { "/c/a.qvn" };
-        QTest::newRow("again moves to the front") << QStringList { "/c/a.qvn",
-            "/c/b.qvn" } << "/c/b.qvn" << QStringList { "/c/b.qvn", "/c/a.qvn" };
-        QTest::newRow("the oldest drops out") << QStringList { "/1", "/2", "/3", "/4",
-            "/5" } << "/6" << QStringList { "/6", "/1", "/2", "/3", "/4" };
-    }
-
     void addingRecentFiles()
     {
-        QFETCH(QStringList, before);
-        QFETCH(QString, added);
-        QFETCH(QStringList, after);
-        QCOMPARE(WithRecentFile(before, added), after);
-        QCOMPARE(WithoutRecentFile(after, added), after.mid(1));
+        const QStringList five { "/1", "/2", "/3", "/4", "/5" };
+        QCOMPARE(WithRecentFile({}, "/1"), QStringList { "/1" });
+        QCOMPARE(WithRecentFile(five, "/2"), (QStringList { "/2", "/1", "/3", "/4", "/5" }));
+        QCOMPARE(WithRecentFile(five, "/6"), (QStringList { "/6", "/1", "/2", "/3", "/4" }));
+        QCOMPARE(WithoutRecentFile(five, "/3"), (QStringList { "/1", "/2", "/4", "/5" }));
     }
 
     // Whatever the file holds, it only ever gives a usable list. What is
@@ -103,10 +90,8 @@ private slots:
         const QStringList odd { home + "/Ünïcode ✓.qvn", home + "/two\nlines.qvn" };
         // clang-format off
         QTest::newRow("no file") << QByteArray() << QStringList() << QStringList();
-        QTest::newRow("written by us") << h + "/Bots.qvn\n" + h + "/Été.qvn\n" << QStringList()
-                                       << QStringList { home + "/Bots.qvn", home + "/Été.qvn" };
-        QTest::newRow("empty, relative, repeated") << "\r\nBots.qvn\r\n" + h + "/a.qvn\r\n" + h + "/a.qvn\r\n"
-                                                   << QStringList() << QStringList { home + "/a.qvn" };
+        QTest::newRow("written by us") << h + "/Bots.qvn\n" + h + "/Été.qvn\n" << QStringList() << QStringList { home + "/Bots.qvn", home + "/Été.qvn" };
+        QTest::newRow("empty, relative, repeated") << "\r\nBots.qvn\r\n" + h + "/a.qvn\r\n" + h + "/a.qvn\r\n" << QStringList() << QStringList { home + "/a.qvn" };
         QTest::newRow("more than five") << many << QStringList() << names.mid(0, 5);
         QTest::newRow("too large to be ours") << QByteArray(100 * 1024, '/') << QStringList() << QStringList();
         QTest::newRow("round trip") << QByteArray() << odd + names << QStringList { odd.at(0) } + names.mid(0, 4);
@@ -141,12 +126,10 @@ private slots:
         QTest::newRow("install folder only") << QStringList { ut + "System/" } << false << ut;
         QTest::newRow("user.ini wins over an earlier place") << QStringList { ".utpg/System/", ut + "System/User.ini" } << false << ut;
         QTest::newRow("port's user folder first") << QStringList { ".loki/ut/System/User.ini", ut + "System/User.ini" } << false << ".loki/ut/";
-        QTest::newRow("whole game wins over a port's user folder")
-            << QStringList { ".utpg/System/User.ini", "ut/System/User.ini", "ut/System/Botpack.int" } << false << "ut/";
+        QTest::newRow("whole game wins over a port's user folder") << QStringList { ".utpg/System/User.ini", "ut/System/User.ini", "ut/System/Botpack.int" } << false << "ut/";
         QTest::newRow("names in any case") << QStringList { "ut/system/user.INI" } << false << "ut/";
         QTest::newRow("System is a file") << QStringList { ut + "System" } << false << "";
-        QTest::newRow("64-bit game only")
-            << QStringList { ".utpg/System/", "ut/System/Botpack.int", "ut/System64/User.ini" } << false << "ut/";
+        QTest::newRow("64-bit game only") << QStringList { ".utpg/System/", "ut/System/Botpack.int", "ut/System64/User.ini" } << false << "ut/";
         QTest::newRow("user.ini in ~/.utpg") << QStringList { ".utpg/System/User.ini", ut + "System/Botpack.int" } << false << patchedGame;
         QTest::newRow("start-up: a file in the folder") << QStringList { ut + "readme.txt" } << true << ut;
         QTest::newRow("start-up: folders only") << QStringList { ut + "System/User.ini" } << true << "";

@@ -12,39 +12,28 @@ class TestRosterCheck : public QObject
     Q_OBJECT
 
 private slots:
-    void gameFaceName_data()
+    // A face is stored in the game's short form; "(NONE)" stands in for an
+    // empty list and for a class or skin outside the table.
+    void namesAndCaptions()
     {
-        QTest::addColumn<QString>("texture");
-        QTest::addColumn<QString>("stored");
-        // clang-format off
-        QTest::newRow("add-on face") << "MyHeroSkins.hero5Ace" << "MyHeroSkins.Ace";
-        QTest::newRow("standard face") << "CommandoSkins.cmdo2Blake" << "CommandoSkins.Blake";
-        QTest::newRow("no room for a prefix") << "Pkg.abcde" << "Pkg.abcde";
-        QTest::newRow("no package") << "cmdo2Blake" << "cmdo2Blake";
-        QTest::newRow("free slot") << "" << "";
-        // clang-format on
-    }
-
-    void gameFaceName()
-    {
-        QFETCH(QString, texture);
-        QTEST(GameFaceName(texture), "stored");
-    }
-
-    // "(NONE)" stands in for an empty list and for a class or skin outside the table.
-    void captions()
-    {
+        QStringList stored;
+        for (const QString texture :
+            { "MyHeroSkins.hero5Ace", "CommandoSkins.cmdo2Blake", "Pkg.abcde", "cmdo2Blake", "" })
+            stored << GameFaceName(texture);
+        QCOMPARE(stored,
+            (QStringList {
+                "MyHeroSkins.Ace", "CommandoSkins.Blake", "Pkg.abcde", "cmdo2Blake", "" }));
         const QList<MISCLASS> classes = SampleCatalogue(2).MISCCLASSES;
         const QStringList none { "(NONE)" };
         QCOMPARE((QList<QStringList> { ClassCaptions(classes), ClassCaptions({ newClassSlot() }),
                      SkinCaptions(classes, 0), SkinCaptions(classes, 3),
                      SkinCaptions(classes, classes.size()), SkinCaptions(classes, -1),
                      FaceCaptions(classes, 0, 1), FaceCaptions(classes, 0, 2),
-                     FaceCaptions(classes, 0, 3) }),
+                     FaceCaptions(classes, 0, 3), { FaceNameAt(classes, 0, 0, 0) } }),
             (QList<QStringList> {
                 { "Male Commando", "Female Commando", "Boss", "Robot", "Female Warrior", "ROBOT" },
-                none, { "Commando", "Desert" }, none, none, none, { "Luthor", "Boris" }, none,
-                none }));
+                none, { "Commando", "Desert" }, none, none, none, { "Luthor", "Boris" }, none, none,
+                { "CommandoSkins.cmdo2Blake" } }));
     }
 
     void findsStoredNames_data()
@@ -76,33 +65,26 @@ private slots:
             "indexes");
     }
 
-    void voicesFollowTheModel_data()
+    // The commandos, the boss, an add-on with "female" in its name, an add-on
+    // whose description two classes share (each contributes its voices), a
+    // class outside the table, a class listed twice (it speaks as its first
+    // entry is described), no voices installed.
+    void voicesFollowTheModel()
     {
-        QTest::addColumn<ModelCatalogue>("catalogue");
-        QTest::addColumn<int>("classIndex");
-        QTest::addColumn<QString>("voices");
         const ModelCatalogue sample = SampleCatalogue();
-        // A class listed twice speaks as its first entry is described.
         ModelCatalogue twice = sample, silent = sample;
         twice.MISCCLASSES[3].ClassName = "BotPack.TBoss";
         silent.VoiceList = { VoiceEntry(), VoiceEntry() };
-        QTest::newRow("male commando") << sample << 0 << "Male One,Male Two,";
-        QTest::newRow("female commando") << sample << 1 << "Female One,Female Two,";
-        QTest::newRow("boss") << sample << 2 << "Boss Voice,";
-        QTest::newRow("add-on, female in its name") << sample << 4 << "Female One,Female Two,";
-        // Two add-on classes share the description: each contributes its voices.
-        QTest::newRow("add-on, male") << sample << 3 << "Male One,Male Two,Male One,Male Two,";
-        QTest::newRow("outside the table") << sample << 40 << "";
-        QTest::newRow("first entry of the class") << twice << 3 << "Boss Voice,";
-        QTest::newRow("no voices installed") << silent << 0 << "";
-    }
-
-    void voicesFollowTheModel()
-    {
-        QFETCH(ModelCatalogue, catalogue);
-        QFETCH(int, classIndex);
-        QFETCH(QString, voices);
-        QCOMPARE(VoiceCaptions(catalogue, classIndex).join(','), voices + "(None Choosen)");
+        QStringList voices;
+        for (const auto &[catalogue, classIndex] :
+            { std::pair { &sample, 0 }, { &sample, 1 }, { &sample, 2 }, { &sample, 4 },
+                { &sample, 3 }, { &sample, 40 }, { &twice, 3 }, { &silent, 0 } })
+            voices << VoiceCaptions(*catalogue, classIndex).join(',').chopped(14);
+        QCOMPARE(voices,
+            (QStringList { "Male One,Male Two,", "Female One,Female Two,", "Boss Voice,",
+                "Female One,Female Two,", "Male One,Male Two,Male One,Male Two,", "", "Boss Voice,",
+                "" }));
+        QCOMPARE(VoiceCaptions(sample, 0).last(), "(None Choosen)");
     }
 
     void checkSlot_data()
@@ -110,18 +92,14 @@ private slots:
         QTest::addColumn<QString>("bot"); // class|skin|face|voice
         QTest::addColumn<QStringList>("problems");
         // clang-format off
-        QTest::newRow("installed, any capitals, short face name")
-            << "botpack.tmale1bot|commandoskins.CMDO|CommandoSkins.Blake|BotPack.VoiceMaleOne" << QStringList();
-        QTest::newRow("class gone, its skin installed") << "MyMods.Gone|CommandoSkins.cmdo|CommandoSkins.cmdo2Gorn|(NONE)"
-            << QStringList { "class: Class \"MyMods.Gone\" is not installed" };
+        QTest::newRow("installed, any capitals, short face name") << "botpack.tmale1bot|commandoskins.CMDO|CommandoSkins.Blake|BotPack.VoiceMaleOne" << QStringList();
+        QTest::newRow("class gone, its skin installed") << "MyMods.Gone|CommandoSkins.cmdo|CommandoSkins.cmdo2Gorn|(NONE)" << QStringList { "class: Class \"MyMods.Gone\" is not installed" };
         QTest::newRow("no class") << "|||" << QStringList { "class: No class is set" };
         QTest::newRow("skin, face and voice gone") << "BotPack.TMale1Bot|SoldierSkins.blkt|SoldierSkins.Malcom|BotPack.VoiceGone"
             << QStringList { "skin: Skin \"SoldierSkins.blkt\" is not installed", "face: Face \"SoldierSkins.Malcom\" is not installed",
                    "voice: Voice \"BotPack.VoiceGone\" is not installed" };
-        QTest::newRow("skin of another model") << "BotPack.TMale1Bot|FCommandoSkins.goth|FCommandoSkins.Cryss|"
-            << QStringList { "skin: Skin \"FCommandoSkins.goth\" is not a skin of the class \"Male Commando\"" };
-        QTest::newRow("face of another skin") << "BotPack.TMale1Bot|CommandoSkins.cmdo|CommandoSkins.Luthor|"
-            << QStringList { "face: Face \"CommandoSkins.Luthor\" is not a face of the skin \"Commando\"" };
+        QTest::newRow("skin of another model") << "BotPack.TMale1Bot|FCommandoSkins.goth|FCommandoSkins.Cryss|" << QStringList { "skin: Skin \"FCommandoSkins.goth\" is not a skin of the class \"Male Commando\"" };
+        QTest::newRow("face of another skin") << "BotPack.TMale1Bot|CommandoSkins.cmdo|CommandoSkins.Luthor|" << QStringList { "face: Face \"CommandoSkins.Luthor\" is not a face of the skin \"Commando\"" };
         // clang-format on
     }
 

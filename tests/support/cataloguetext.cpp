@@ -4,22 +4,6 @@
 
 using namespace Qt::StringLiterals;
 
-QString classLine(const QString &name, const QString &description)
-{
-    return u"Object=(Name=%1,Class=Class,MetaClass=Botpack.Bot,Description=\"%2\")"_s.arg(
-        name, description);
-}
-
-QString voiceLine(const QString &name, const QString &metaClass)
-{
-    return u"Object=(Name=%1,Class=Class,MetaClass=%2,Description=\"V\")"_s.arg(name, metaClass);
-}
-
-QString textureLine(const QString &name, const QString &description)
-{
-    return u"Object=(Name=%1,Class=Texture,Description=\"%2\")"_s.arg(name, description);
-}
-
 QStringList catalogueText(const ModelCatalogue &catalogue)
 {
     QStringList text;

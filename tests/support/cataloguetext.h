@@ -5,11 +5,6 @@
 #include <QString>
 #include <QStringList>
 
-// Declaration lines of the game's .int files.
-QString classLine(const QString &name, const QString &description = QStringLiteral("D"));
-QString voiceLine(const QString &name, const QString &metaClass);
-QString textureLine(const QString &name, const QString &description = QStringLiteral("D"));
-
 // The occupied entries of a catalogue, one line each, so that a scan or a
 // parse is compared as a whole:
 //   "Class|Description|SkinType: Skin|Description [Face|Description, ...], ..."
