@@ -34,14 +34,8 @@ private slots:
     // line with a space after it; list names every configuration.
     void saveOpenDescribeAndList()
     {
-        QCOMPARE(m_defaultRoster.size(), 18);
-        QCOMPARE(QJsonArray({ m_defaultRoster["BotNames"][0], m_defaultRoster["Alertness"][18],
-                     m_defaultRoster["CombatStyle"][20], m_defaultRoster["bAdjustSkill"] }),
-            QJsonArray({ "Archon", -30, "-1.000000", false }));
-        QJsonObject roster = m_defaultRoster;
-        QJsonArray names = roster.value("BotNames").toArray();
-        names.replace(3, u"Zoë=the=Brave"_s);
-        roster.insert("BotNames", names);
+        QCOMPARE(cli({ "defaults" }).out, readTestFile(testDataDir() + "cli/defaults.json"));
+        QJsonObject roster = changed("BotNames", u"Zoë=the=Brave"_s, 3);
         roster.insert("Difficulty", 5);
         roster.insert("Description", "Night matches, small maps");
         const CliRun save
@@ -68,24 +62,38 @@ private slots:
     }
 
     // The user.ini files chosen, each once, in the order given, are printed
-    // and backed up.
-    void applyToChosenTargets()
+    // and backed up; each backup restores its own file.
+    void applyAndRestore()
     {
-        const QByteArray demo
-            = readTestFile(QUORVANE_SOURCE_DIR "/demo/UnrealTournament/System/User.ini");
+        const QByteArray original = readTestFile(realWorldDir() + "vanilla-server/System/User.ini");
         for (const char *userIni : { "System/User.ini", "System64/User.ini", "Other/User.ini" })
-            QVERIFY(writeTestFile(gamePath(userIni), demo));
+            QVERIFY(writeTestFile(gamePath(userIni), original));
         QCOMPARE(cli(dirs() + QStringList { "save", "Default.qvn" }).exitCode, 0);
+        const QString system = gamePath("System/User.ini"),
+                      system64 = gamePath("System64/User.ini");
         const CliRun apply = cli(dirs()
-            + QStringList { "apply", "Default.qvn", "--backup", "--target",
-                gamePath("System64/User.ini"), "--target", gamePath("System/User.ini"), "--target",
-                gamePath("System64/User.ini") });
-        QCOMPARE(QString::fromUtf8(apply.out),
-            gamePath("System64/User.ini") + '\n' + gamePath("System/User.ini") + '\n');
+            + QStringList { "apply", "Default.qvn", "--backup", "--target", system64, "--target",
+                system, "--target", system64 });
+        QCOMPARE(QString::fromUtf8(apply.out), system64 + '\n' + system + '\n');
         QCOMPARE(apply.exitCode, 0);
-        QCOMPARE(readTestFile(gamePath("Other/User.ini")), demo);
-        QVERIFY(readTestFile(gamePath("System/User.ini")).contains("\r\nBotNames[0]=Archon\r\n"));
-        QCOMPARE(QDir(configDir()).entryList({ "curconfig_bkup_(*" }).size(), 2);
+        QCOMPARE(readTestFile(gamePath("Other/User.ini")), original);
+        QVERIFY(readTestFile(system) != original);
+
+        const QJsonArray backups = cli(dirs() + QStringList { "backups" }).json().toArray();
+        QCOMPARE(backups.size(), 2);
+        QCOMPARE(backups[0]["bots"][31], QJsonValue("Kragoth"));
+        QStringList restored;
+        for (const QJsonValue &backup : backups) {
+            const CliRun restore
+                = cli(dirs() + QStringList { "restore", backup["file"].toString() });
+            QCOMPARE(restore.err, "Restore Backup...: Completed\n");
+            QCOMPARE(restore.exitCode, 0);
+            restored << QString::fromUtf8(restore.out);
+        }
+        restored.sort();
+        QCOMPARE(restored, QStringList({ system + '\n', system64 + '\n' }));
+        QCOMPARE(readTestFile(system) + readTestFile(system64), original + original);
+        QCOMPARE(cli(dirs() + QStringList { "backups" }).json().toArray().size(), 4);
     }
 
     // Nothing outside the configuration directory is read or written, and
@@ -118,11 +126,11 @@ private slots:
         const QString outside = "Invalid File Name: \"%1\" is not a file name in the "
                                 "configuration folder: it has a directory part. Type a bare name "
                                 "such as Bots.qvn.\n";
-        row("save over the game's user.ini", { "save", "../game/System/User.ini", "--force" },
-            outside.arg("../game/System/User.ini"));
-        row("apply any file's lines", { "apply", "../file", "--backup" }, outside.arg("../file"));
-        row("open a file outside", { "open", "../file" }, outside.arg("../file"));
-        row("describe a file outside", { "describe", "../file" }, outside.arg("../file"));
+        for (const QStringList &command :
+            QList<QStringList> { { "save", "../game/System/User.ini", "--force" },
+                { "apply", "../file", "--backup" }, { "open", "../file" },
+                { "describe", "../file" } })
+            row(qPrintable(command[0] + " outside"), command, outside.arg(command[1]));
         row("save over a file without --force", { "save", "kept.qvn" },
             "File Already Exists: This file exists, do you really want to over write it?\n");
         row("apply a missing configuration", { "apply", "gone.qvn" },
@@ -146,21 +154,12 @@ private slots:
             4096);
 #endif
 
-        const auto changed = [this](const QString &key, const QJsonValue &value, int slot = -1) {
-            QJsonObject copy = m_defaultRoster;
-            QJsonArray array = copy.value(key).toArray();
-            if (slot >= 0)
-                array.replace(slot, value);
-            if (value.isUndefined())
-                copy.remove(key);
-            else
-                copy.insert(key, slot >= 0 ? QJsonValue(array) : value);
-            return QJsonDocument(copy).toJson();
-        };
         QJsonArray shortNames = m_defaultRoster.value("BotNames").toArray();
         shortNames.removeLast();
-        const auto roster = [](const char *tag, const QByteArray &json, const QString &problem) {
-            QTest::newRow(tag) << QStringList { "save", "bad.qvn", "--roster", "-" } << json
+        const auto roster = [](const char *tag, const QJsonValue &json, const QString &problem) {
+            QTest::newRow(tag) << QStringList { "save", "bad.qvn", "--roster", "-" }
+                               << (json.isString() ? json.toString().toUtf8()
+                                                   : QJsonDocument(json.toObject()).toJson())
                                << qint64(0) << 2 << "stdin: " + problem + '\n';
         };
         roster("not JSON", "{\"BotNames\": [", "not valid JSON...");
@@ -236,36 +235,11 @@ private slots:
         QVERIFY(run.json()["Description"].toString().startsWith("Imported from "));
     }
 
-    void restoreUndoesAnApply()
-    {
-        const QByteArray original = readTestFile(realWorldDir() + "vanilla-server/System/User.ini");
-        const QString userIni = gamePath("System/User.ini");
-        QVERIFY(writeTestFile(userIni, original));
-        QCOMPARE(cli(dirs() + QStringList { "save", "Default.qvn" }).exitCode, 0);
-        QCOMPARE(cli(dirs() + QStringList { "apply", "Default.qvn", "--backup" }).out,
-            (userIni + '\n').toUtf8());
-        QVERIFY(readTestFile(userIni) != original);
-
-        const QJsonArray backups = cli(dirs() + QStringList { "backups" }).json().toArray();
-        QCOMPARE(backups.size(), 1);
-        QCOMPARE(backups[0]["bots"][31], QJsonValue("Kragoth"));
-        const CliRun restore
-            = cli(dirs() + QStringList { "restore", backups[0]["file"].toString() });
-        QCOMPARE(restore.err, "Restore Backup...: Completed\n");
-        QCOMPARE(restore.exitCode, 0);
-        QCOMPARE(QString::fromUtf8(restore.out), userIni + '\n');
-        QCOMPARE(readTestFile(userIni), original);
-        QCOMPARE(cli(dirs() + QStringList { "backups" }).json().toArray().size(), 2);
-    }
-
     void checkListsWhatIsNotInstalled()
     {
         QVERIFY(QFile::copy(
             QUORVANE_SOURCE_DIR "/src/data/int.ini", m_dir->filePath("program/int.ini")));
-        QJsonObject roster = m_defaultRoster;
-        QJsonArray skins = roster["BotSkins"].toArray();
-        skins.replace(2, "SoldierSkins.gone");
-        roster.insert("BotSkins", skins);
+        const QJsonObject roster = changed("BotSkins", "SoldierSkins.gone", 2);
         const QStringList dirs { "--game-dir", realWorldDir() + "vanilla-server", "--config-dir",
             configDir() };
         QCOMPARE(cli(dirs + QStringList { "save", "c.qvn", "--roster", "-" },
@@ -340,6 +314,19 @@ private:
     QString gameDir() const
     {
         return m_dir->filePath("game");
+    }
+    // The default roster with `key` (its `slot`) set to `value`, or without it.
+    QJsonObject changed(const QString &key, const QJsonValue &value, int slot = -1) const
+    {
+        QJsonObject copy = m_defaultRoster;
+        QJsonArray array = copy.value(key).toArray();
+        if (slot >= 0)
+            array.replace(slot, value);
+        if (value.isUndefined())
+            copy.remove(key);
+        else
+            copy.insert(key, slot >= 0 ? QJsonValue(array) : value);
+        return copy;
     }
     QString gamePath(const QString &relative) const
     {

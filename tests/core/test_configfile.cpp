@@ -26,28 +26,12 @@ class TestConfigFile : public QObject
     Q_OBJECT
 
 private slots:
-    // The section of the game's own user.ini, as the game wrote it, is what a
-    // configuration of the default bots holds, apart from three columns: the
-    // default roster keeps the skill slider at its lowest position, every
-    // bot's accuracy at the centre, and Barak's combat style normal.
+    // The expected file's section is the game's own from its user.ini but
+    // for three columns: the default roster keeps the skill slider at its
+    // lowest position, every bot's accuracy at the centre, and Barak's
+    // combat style normal.
     void defaultRosterMatchesTheGamesOwnFile()
     {
-        QStringList section;
-        const QStringList userIni
-            = readAnsiLines(realWorldDir() + "vanilla-server/System/User.ini");
-        for (qsizetype i = userIni.indexOf("[Botpack.ChallengeBotInfo]");
-             i < userIni.size() && !userIni.at(i).isEmpty(); ++i) {
-            QString line = userIni.at(i);
-            if (line.startsWith("BotSkills["))
-                line.replace("=0.000000", "=-3.000000");
-            if (line.startsWith("BotAccuracy["))
-                line = line.section('=', 0, 0) + "=0.000000";
-            if (line == "CombatStyle[16]=0.500000")
-                line = "CombatStyle[16]=0.000000";
-            section.append(line);
-        }
-        QCOMPARE(section.size(), 452);
-
         BotRoster roster = defaultRoster();
         roster.bRandomOrder = true;
         roster.Difficulty = 3;
@@ -58,15 +42,8 @@ private slots:
         GameFolder dir;
         ScriptedPrompt prompt;
         QVERIFY(SaveConfigAs(dir.config(), "default.qvn", false, roster));
-
-        const QStringList header { Rule, "* default.qvn",
-            "* This is a configuration created with Quorvane.",
-            "* This file containes replacement code for the [Botpack.ChallengeBotInfo]",
-            "* section of the user.ini file for Unreal Tournament.", "*", "* Description:",
-            "* The bots the game ships with, kept as a starting point for new lists: ",
-            "* thirty-two slots with the game's own names, teams, classes, skins and faces.", Rule,
-            "" };
-        QCOMPARE(readTestFile(dir.config("default.qvn")), crlf(header + section));
+        QCOMPARE(readTestFile(dir.config("default.qvn")),
+            readTestFile(testDataDir() + "config/default.qvn"));
         QCOMPARE(prompt.transcript(), QStringList());
     }
 
@@ -109,7 +86,8 @@ private slots:
     // The description is wrapped into lines of "* " and at most 78
     // characters; opened, each line reads back with a space after it, and
     // listed, without the spaces a line ended with. A file without a
-    // description line, a backup, lists none.
+    // description line, a backup, lists none; one without its closing rule
+    // line, every line to its end.
     void descriptions_data()
     {
         QTest::addColumn<QString>("description");
@@ -154,6 +132,8 @@ private slots:
         QCOMPARE(ReadDescription("d.qvn", dir.config()), listed.isEmpty() ? opened : listed);
         QVERIFY(writeTestFile(dir.config("b.qvn2"), crlf({ "[Botpack.ChallengeBotInfo]", "a=b" })));
         QCOMPARE(ReadDescription("b.qvn2", dir.config()), QString());
+        QVERIFY(writeTestFile(dir.config("c.qvn"), crlf({ "* Description:", "* open " })));
+        QCOMPARE(ReadDescription("c.qvn", dir.config()), "open ");
         QVERIFY_THROWS_EXCEPTION(RunError, ReadDescription("gone.qvn", dir.config()));
     }
 

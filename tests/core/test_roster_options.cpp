@@ -8,15 +8,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-namespace {
-
-// `text` with each "/" as the platform's separator.
-QString native(QString text)
-{
-    return text.replace('/', QDir::separator());
-}
-
-} // namespace
+const auto native = QDir::toNativeSeparators;
 
 // The default roster and options.ini: both are read by everything else, so
 // a slip here shows up everywhere. (The default bots themselves are compared

@@ -1,13 +1,18 @@
 #include "catalogue/intfile.h"
 #include "childprocess.h"
+#include "configfiles/errorreport.h"
 #include "configfiles/fieldreader.h"
+#include "configfiles/fileops.h"
 #include "configfiles/runerror.h"
 #include "configfiles/textdocument.h"
 #include "configfiles/textfile.h"
+#include "scriptedprompt.h"
 #include "testfiles.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
+#include <QStringEncoder>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -37,12 +42,9 @@ QString outcome(const std::function<void()> &read)
     }
 }
 
-QByteArray utf16(const char *text)
+QByteArray utf16(const QString &text)
 {
-    QByteArray bytes("\xFF\xFE");
-    for (const char *c = text; *c; ++c)
-        bytes += QByteArray(1, *c) + '\0';
-    return bytes;
+    return "\xFF\xFE" + QByteArray(QStringEncoder(QStringConverter::Utf16LE).encode(text));
 }
 
 #ifdef __GLIBC__
@@ -84,28 +86,24 @@ private slots:
 
         const int ansi = int(TextDocument::Encoding::Ansi),
                   utf8 = int(TextDocument::Encoding::Utf8);
-        const int utf16le = int(TextDocument::Encoding::Utf16LE);
+        const auto row = [](const char *tag, const QByteArray &bytes, const QStringList &lines,
+                             const QByteArray &newline, int encoding) {
+            QTest::newRow(tag) << bytes << lines << newline << encoding;
+        };
         const QStringList ab { "[A]", "b=1" };
-        const QByteArray crlf("\r\n");
-        QTest::newRow("CR LF, empty last line")
-            << QByteArray("a\r\nb\r\n\r\n") << QStringList { "a", "b", "" } << crlf << ansi;
-        QTest::newRow("LF, last line unended")
-            << QByteArray("a\n\nb") << QStringList { "a", "", "b" } << QByteArray("\n") << ansi;
-        QTest::newRow("mixed") << QByteArray("a\r\r\nb\n\rc")
-                               << QStringList { "a", "", "b", "", "c" } << QByteArray("\r") << ansi;
-        QTest::newRow("windows-1252") << QByteArray("Zo\xEB \x80\r\n")
-                                      << QStringList { u"Zo\u00eb \u20ac"_s } << crlf << ansi;
-        QTest::newRow("empty") << QByteArray() << QStringList() << crlf << ansi;
+        row("CR LF, empty last line", "a\r\nb\r\n\r\n", { "a", "b", "" }, "\r\n", ansi);
+        row("LF, last line unended", "a\n\nb", { "a", "", "b" }, "\n", ansi);
+        row("mixed", "a\r\r\nb\n\rc", { "a", "", "b", "", "c" }, "\r", ansi);
+        row("CR first", "\ra\r", { "", "a" }, "\r", ansi);
+        row("windows-1252", "Zo\xEB \x80\r\n", { u"Zo\u00eb \u20ac"_s }, "\r\n", ansi);
+        row("empty", {}, {}, "\r\n", ansi);
         // Over 256 bytes, the letter beyond ASCII early.
-        QTest::newRow("utf-8 without bom")
-            << QByteArray("n=Zo\xC3\xAB\n") + QByteArray(300, 'a')
-            << QStringList { u"n=Zo\u00eb"_s, QString(300, 'a') } << QByteArray("\n") << utf8;
-        QTest::newRow("utf-8 bom")
-            << QByteArray("\xEF\xBB\xBF[A]\r\nb=1\r\n") << ab << crlf << utf8;
-        QTest::newRow("utf-16le crlf")
-            << utf16("[A]\r\nb=1\r\n") << ab << QByteArray("\r\0\n\0", 4) << utf16le;
-        QTest::newRow("utf-16le cr")
-            << utf16("[A]\rb=1\r") << ab << QByteArray("\r\0", 2) << utf16le;
+        row("utf-8 without bom", "n=Zo\xC3\xAB\n" + QByteArray(300, 'a'),
+            { u"n=Zo\u00eb"_s, QString(300, 'a') }, "\n", utf8);
+        row("utf-8 bom", "\xEF\xBB\xBF[A]\r\nb=1\r\n", ab, "\r\n", utf8);
+        const int utf16le = int(TextDocument::Encoding::Utf16LE);
+        row("utf-16le crlf", utf16("[A]\r\nb=1\r\n"), ab, QByteArray("\r\0\n\0", 4), utf16le);
+        row("utf-16le cr", utf16("[A]\rb=1\r"), ab, QByteArray("\r\0", 2), utf16le);
     }
 
     void readersSplitLines()
@@ -284,17 +282,13 @@ private slots:
                              const QString &calls = QString()) {
             QTest::newRow(tag) << lines << calls << read;
         };
-        row("leading blanks skipped, trailing kept", { "   a  ", "\tb" }, { "a  ", "b" });
-        row("comma splits a line", { "C:\\Games,UT\\", "next" }, { "C:\\Games", "UT\\", "next" });
-        row("quoted value keeps commas", { "\"a, b\"", "c" }, { "a, b", "c" });
-        row("text after closing quote dropped", { "\"a\" junk,b" }, { "a", "b" });
-        row("unclosed quote runs to line end", { "\"abc", "d" }, { "abc", "d" });
-        row("empty line is an empty field", { "", "x" }, { "", "x" });
-        row("trailing comma", { "a,", "b" }, { "a", "", "b" });
+        row("plain, quoted and empty fields",
+            { "   a  ", "\tb", "C:\\Games,UT\\", "\"a, b\"", "\"a\" junk,b", "\"abc", "", "a,",
+                ",x" },
+            { "a  ", "b", "C:\\Games", "UT\\", "a, b", "a", "b", "abc", "", "a", "", "", "x" });
         row("readLine takes the rest of the line", { "first,rest, of it", "[Header]" },
-            { "first", "rest, of it", "[Header]" }, "fll");
+            { "first", "rest, of it", "[Header]", "error 62" }, "flll");
         row("past the end", { "only" }, { "only", "error 62" }, "ff");
-        row("line past the end", { "a" }, { "a", "error 62" }, "ll");
     }
 
     void fieldReader()
@@ -311,6 +305,109 @@ private slots:
             got.append("error " + QString::number(error.number()));
         }
         QCOMPARE(got, read);
+    }
+
+    void pathsAndQuotes()
+    {
+        const QString sep = QDir::separator();
+        QCOMPARE(
+            QStringList({ AddBackslash(QString()), AddBackslash("UT"), AddBackslash("UT" + sep) }),
+            QStringList({ sep, "UT" + sep, "UT" + sep }));
+        QCOMPARE(QStringList({ StripQuotes("\"Male One\""), StripQuotes("abc\""),
+                     StripQuotes("\"abc"), StripQuotes("\""), StripQuotes("\"\"x\"\"") }),
+            QStringList({ "Male One", "abc", "abc", "", "\"x\"" }));
+    }
+
+    void findPathNoCaseFollowsTheRealNames()
+    {
+        QTemporaryDir dir;
+        const QString root = AddBackslash(QDir::toNativeSeparators(dir.path()));
+        QVERIFY(writeTestFile(root + "SYSTEM/User.ini", "x"));
+        const QString system = root + "SYSTEM" + QDir::separator();
+        QCOMPARE(findPathNoCase(root, "System/user.ini"), system + "User.ini");
+        QCOMPARE(
+            findPathNoCase(root, QDir::toNativeSeparators("system/USER.INI")), system + "User.ini");
+        // A file still to be created keeps its name in the real directory.
+        QCOMPARE(findPathNoCase(root, "System/dummy.ini"), system + "dummy.ini");
+    }
+
+    // Emptying a directory hands every entry of its listing over, the
+    // directories among them; those and missing files are passed over without
+    // a word, other failures reported. A move whose copy fails keeps its source.
+    void fileOp_data()
+    {
+        QTest::addColumn<short>("operation");
+        QTest::addColumn<QString>("source"); // "new" in it, unless it is "gone" or "sub"
+        QTest::addColumn<QString>("destination"); // b.qvn holds "old"
+        QTest::addColumn<QStringList>("after"); // every file=content, sub/keep.qvn aside
+        QTest::addColumn<QString>("message");
+
+        const QStringList untouched { "a.qvn=new", "b.qvn=old" };
+        const auto row
+            = [](const char *tag, short operation, const QString &source, const QStringList &after,
+                  const QString &destination = "b.qvn", const QString &message = QString()) {
+                  QTest::newRow(tag) << operation << source << destination << after << message;
+              };
+        row("move replaces", 1, "a.qvn", { "b.qvn=new" });
+        row("copy replaces", 2, "a.qvn", { "a.qvn=new", "b.qvn=new" });
+        row("delete", 3, "a.qvn", { "b.qvn=old" });
+        row("4 copies", 4, "a.qvn", { "a.qvn=new", "b.qvn=new" });
+        row("unknown code", 9, "a.qvn", untouched);
+        row("missing source", 1, "gone", { "b.qvn=old" });
+        row("a dot file is moved", 1, ".a.qvn", { "b.qvn=new" });
+        row("subdirectory", 3, "sub", { "b.qvn=old" });
+        row("move into a missing folder", 1, "a.qvn", untouched, "missing/b.qvn",
+            "76|Error in modCommon.FileOP.\r\n\r\nError Desc: Path not found\r\n\r\nSkipping "
+            "file: @");
+        row("copy onto a folder", 2, "a.qvn", untouched, "sub",
+            "75|Error in modCommon.FileOP.\r\n\r\nError Desc: Path/File access error\r\n\r\n"
+            "Skipping file: @");
+    }
+
+    void fileOp()
+    {
+        QFETCH(short, operation);
+        QFETCH(QString, source);
+        QFETCH(QString, destination);
+        QFETCH(QStringList, after);
+        QFETCH(QString, message);
+
+        QTemporaryDir dir;
+        const QString sourcePath = QDir::toNativeSeparators(dir.filePath(source));
+        QVERIFY(source == "gone" || source == "sub" || writeTestFile(sourcePath, "new"));
+        QVERIFY(writeTestFile(dir.filePath("b.qvn"), "old"));
+        QVERIFY(writeTestFile(dir.filePath("sub/keep.qvn"), "keep"));
+        ScriptedPrompt prompt;
+
+        FileOP(sourcePath, dir.filePath(destination), operation);
+
+        QCOMPARE(prompt.transcript(),
+            message.isEmpty() ? QStringList() : QStringList(message.replace('@', sourcePath)));
+        QStringList files;
+        for (QDirIterator it(dir.path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+             it.hasNext();) {
+            const QString path = it.next();
+            files << QDir(dir.path()).relativeFilePath(path) + '=' + readTestFile(path);
+        }
+        files.sort();
+        QCOMPARE(files, after + QStringList("sub/keep.qvn=keep"));
+    }
+
+    // Month and day unpadded: 2 November and 12 January share a name, and a
+    // second report of the number on the day replaces the first.
+    void errorReport()
+    {
+        QTemporaryDir dir;
+        const QString directory = AddBackslash(QDir::toNativeSeparators(dir.path()));
+        WriteErrorReport(directory, RunError(53), "earlier", QDate(2001, 1, 12));
+        const QString path
+            = WriteErrorReport(directory, RunError(53), QString(), QDate(2001, 11, 2));
+        QCOMPARE(QStringList(
+                     { path, WriteErrorReport(directory, RunError(53), "", QDate(2001, 3, 17)) }),
+            QStringList(
+                { directory + "ErrNum53_1122001.txt", directory + "ErrNum53_3172001.txt" }));
+        QCOMPARE(readTestFile(path),
+            crlf({ "Error Message: ", "Error Number: 53", "Description: File not found" }));
     }
 };
 

@@ -1,18 +1,11 @@
 #include "clirun.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
 #include <QProcess>
 
 #ifdef Q_OS_UNIX
 #include <csignal>
 #include <sys/resource.h>
 #endif
-
-QJsonValue CliRun::json() const
-{
-    return QJsonDocument::fromJson('[' + out + ']').array().at(0);
-}
 
 CliRun runCli(const QStringList &arguments, const CliCall &call)
 {

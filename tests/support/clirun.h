@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QJsonValue>
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <QProcessEnvironment>
 #include <QStringList>
 
@@ -12,7 +13,7 @@ struct CliRun
     QString err;
 
     // stdout as JSON; a lone string parses too.
-    QJsonValue json() const;
+    QJsonValue json() const { return QJsonDocument::fromJson('[' + out + ']').array().at(0); }
 };
 
 struct CliCall

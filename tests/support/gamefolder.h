@@ -1,6 +1,9 @@
 #pragma once
 
-#include <QStringList>
+#include "configfiles/fileops.h"
+#include "startup/options.h"
+
+#include <QDir>
 #include <QTemporaryDir>
 
 // A game folder ("UT", with System) and a configuration folder ("Configs")
@@ -9,15 +12,31 @@
 class GameFolder
 {
 public:
-    GameFolder();
+    GameFolder()
+    {
+        AppOptions().UTPath = root() + "UT" + QDir::separator();
+        AppOptions().ConfigPath = root() + "Configs" + QDir::separator();
+        QDir().mkpath(AppOptions().UTPath + "System");
+        QDir().mkpath(AppOptions().ConfigPath);
+    }
 
-    QString root() const;
-    QString userIni(const QString &folder = QStringLiteral("System")) const;
-    QString config(const QString &name = QString()) const;
+    QString root() const { return AddBackslash(QDir::toNativeSeparators(m_dir.path())); }
+    QString userIni(const QString &folder = "System") const
+    {
+        return AppOptions().UTPath + folder + QDir::separator() + "User.ini";
+    }
+    QString config(const QString &name = {}) const { return AppOptions().ConfigPath + name; }
     // The names of the files in the game's `folder`.
-    QStringList filesIn(const QString &folder) const;
+    QStringList filesIn(const QString &folder) const
+    {
+        return QDir(AppOptions().UTPath + folder).entryList(QDir::Files);
+    }
     // The names of the backups in the configuration folder, sorted.
-    QStringList backups() const;
+    QStringList backups() const
+    {
+        return QDir(AppOptions().ConfigPath, "curconfig_bkup_(*", QDir::Name, QDir::Files)
+            .entryList();
+    }
 
 private:
     QTemporaryDir m_dir;

@@ -1,15 +1,5 @@
 #include "scriptedprompt.h"
 
-ScriptedPrompt::ScriptedPrompt()
-{
-    installPrompt(this);
-}
-
-ScriptedPrompt::~ScriptedPrompt()
-{
-    installPrompt(nullptr);
-}
-
 MessageAnswer ScriptedPrompt::ask(const Message &message)
 {
     m_messages.append(message);

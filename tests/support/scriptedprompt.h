@@ -13,8 +13,8 @@
 class ScriptedPrompt final : public Prompt
 {
 public:
-    ScriptedPrompt();
-    ~ScriptedPrompt() override;
+    ScriptedPrompt() { installPrompt(this); }
+    ~ScriptedPrompt() override { installPrompt(nullptr); }
 
     void answerNext(MessageAnswer answer) { m_answers.append(answer); }
     MessageAnswer ask(const Message &message) override;

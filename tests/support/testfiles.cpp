@@ -22,16 +22,6 @@ QByteArray readTestFile(const QString &path)
     return file.readAll();
 }
 
-QString realWorldDir()
-{
-    return QDir::toNativeSeparators(QStringLiteral(QUORVANE_REAL_WORLD "/"));
-}
-
-QString testDataDir()
-{
-    return QDir::toNativeSeparators(QStringLiteral(QUORVANE_TEST_DATA "/"));
-}
-
 QByteArray crlf(const QStringList &lines)
 {
     QByteArray bytes;

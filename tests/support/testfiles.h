@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QByteArray>
+#include <QDir>
 #include <QString>
 
 // Small helpers for tests that work on real files in a temporary directory.
@@ -12,8 +12,14 @@ QByteArray readTestFile(const QString &path);
 
 // The directory of the real game files shipped beside the project, and of
 // this project's own test data; both end with a separator.
-QString realWorldDir();
-QString testDataDir();
+inline QString realWorldDir()
+{
+    return QDir::toNativeSeparators(QUORVANE_REAL_WORLD "/");
+}
+inline QString testDataDir()
+{
+    return QDir::toNativeSeparators(QUORVANE_TEST_DATA "/");
+}
 
 // Lines joined with CR LF, each ended by it: the shape of the files the
 // program writes.
