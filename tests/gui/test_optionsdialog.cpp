@@ -12,6 +12,7 @@
 
 #include <QAction>
 #include <QGroupBox>
+#include <QRegularExpression>
 #include <QTabWidget>
 
 namespace {
@@ -95,25 +96,14 @@ private slots:
         // Nothing to propose: the path dialogs show what they are given.
         qputenv("HOME", QFile::encodeName(m_root + "home"));
         setProgramDir(m_root + "program");
-        QVERIFY(writeTestFile(m_root + native("program/int.ini"), "")
-            && writeTestFile(m_root + native("program/pattern.ini"), ""));
         m_configs = m_root + native("configs/");
-        QVERIFY(QDir().mkpath(m_configs));
-        for (const QString game : { "A", "B" }) {
-            const QString system = m_root + native("game" + game + "/System/");
-            QVERIFY(writeTestFile(system + "User.ini", "[URL]\r\n"));
-            QVERIFY(writeTestFile(system + "Models.int",
-                crlf({ "[Public]",
-                    "Object=(Name=Botpack.Model" + game
-                        + "Bot,Class=Class,MetaClass=Botpack.Bot,Description=\"Model" + game
-                        + "\")" })));
-            QVERIFY(writeTestFile(system + "Lost" + game + ".int",
-                crlf({ "[Public]",
-                    "Object=(Name=Lost.skin1,Class=Texture,Description=\"Lost\")" })));
-        }
         m_gameA = m_root + native("gameA/");
-        QVERIFY(writeTestFile(
-            m_gameA + native("System/SkeletalCharsFix313.int"), bossPackageText(true, true)));
+        QVERIFY(QDir().mkpath(m_configs)
+            && copyTestData("startup/program", m_root + native("program/"))
+            && copyTestData("startup/gameA", m_gameA)
+            && copyTestData("startup/gameB", m_root + native("gameB/")));
+        QVERIFY(
+            writeTestFile(m_gameA + native("System/SkeletalCharsFix313.int"), bossPackageText(0)));
         QVERIFY(writeTestFile(m_root + native("program/options.ini"),
             crlf({ "[SplashScreen]", "0", "", "[UTPath]", "0", m_configs, m_gameA })));
         AppOptions() = Options();
@@ -142,6 +132,8 @@ private slots:
         m_prompt.reset();
     }
 
+    // Its texts, in name order, the folders as the start-up left them; the
+    // splash's greyed box (2) shows unticked here, and a click stores 0 or 1.
     void controls()
     {
         dlgOptions &dialog = openOptions();
@@ -150,34 +142,28 @@ private slots:
             texts << dialog.SSTab1->tabText(tab);
         // The tab bar's scroll arrows have no text.
         for (const QAbstractButton *button : dialog.findChildren<QAbstractButton *>())
-            if (!button->text().isEmpty())
-                texts << button->objectName() + "=" + button->text();
+            texts << button->objectName() + "=" + button->text();
         for (const QLabel *label : dialog.findChildren<QLabel *>())
             texts << label->objectName() + "=" + label->text();
-        // clang-format off
-        QStringList expected { "Quorvane Options", "Frame1", "Paths", "Boss", "Other",
-            "optPathChange=UT Path:", "optPathChange=Save Configuration Path:", "cmdChange=Change",
-            "lblUTPath=" + m_gameA, "lblConfigPath=" + m_configs,
-            "lblFilename=skeletalcharsfix313.int",
-            "lblExplanation=The above file has two choices of models (or classes) in it.  Below is the current setting.",
-            "optChoice= WarBoss and Xan II [Fixed] Only",
-            "lblFixed=This choice allows you to use only other skins with the new WarBoss and Xan II models.",
-            "optChoice= WarBoss and Xan II [Fixed/Male Voices] Only",
-            "lblFixedMaleVoice=This choice allows you to use only other skins and any male voice with the new WarBoss and Xan II models.",
-            "optChoice= Both [Fixed] and [Fixed/Male Voices] On (default)",
-            "Label1=Turns on both models so you can choose to use the new boss skins with new skins or new skins and male voice.",
-            "chkAutoClose=Auto Close Splash Screen", "OKButton=OK" };
-        // clang-format on
         texts.sort();
-        expected.sort();
-        QCOMPARE(texts, expected);
-        QCOMPARE(dialog.SSTab1->currentIndex(), 0);
-        QVERIFY(dialog.optPathChange.at(0)->isChecked() && !dialog.PathsChanged);
+        QCOMPARE(
+            texts.filter(QRegularExpression("[^=]$")).join('\n').replace(m_root, "<root>/") + '\n',
+            readTestFile(testDataDir() + "startup/dlgOptions.txt"));
+        QVERIFY(dialog.SSTab1->currentIndex() == 0 && dialog.optPathChange.at(0)->isChecked()
+            && !dialog.PathsChanged);
         // Modal over everything, yet no child of the window a restart replaces.
         QCOMPARE(dialog.parentWidget(), nullptr);
         QCOMPARE(QApplication::activeModalWidget(), &dialog);
         theForm<frmBots>().closeAllForms();
         QVERIFY(!isFormLoaded<dlgOptions>());
+        for (int fromFile : { 0, 1, 2 }) {
+            AppOptions().AutoCloseSplash = qint16(fromFile);
+            QCOMPARE(openOptions().chkAutoClose->isChecked(), fromFile == 1);
+            QCOMPARE(AppOptions().AutoCloseSplash, qint16(fromFile));
+            theForm<dlgOptions>().chkAutoClose->click();
+            QCOMPARE(AppOptions().AutoCloseSplash, qint16(fromFile != 1));
+            unloadForm<dlgOptions>();
+        }
     }
 
     // clang-format off
@@ -282,17 +268,14 @@ private slots:
                 QTRY_COMPARE(QApplication::activeWindow(), &dialog);
                 game = chosen;
             }
-            QVERIFY(isFormLoaded<frmBots>() && theForm<frmBots>().isVisible());
         }
 
         QCOMPARE(pathDialogs, expectedPathDialogs);
         QCOMPARE(askedMarkingNo(*m_prompt), expected + QStringList(c.restarts, RestartMessage));
         QCOMPARE(m_reports, expectedReports);
-        QCOMPARE(theForm<frmBots>().cmbClass->itemText(0), "Model" + game.right(2).left(1));
-        QCOMPARE(
-            theForm<frmBots>().lblCurrentFile->text(), c.unsaved == "Cancel" ? "(Un-Named)" : "");
+        QCOMPARE(theForm<frmBots>().cmbClass->itemText(0),
+            game == m_gameA ? "Male Commando" : "Female Soldier");
         QCOMPARE(Roster().BotNames[0] == "Edited", c.restarts == 0);
-        QCOMPARE(AppOptions().UTPath, game);
         QCOMPARE(AppOptions().AutoCloseSplash, qint16(c.autoClose ? 1 : 0));
         QVERIFY(!RestartRequested());
         QTRY_VERIFY(!isFormLoaded<frmSplash>());
@@ -300,18 +283,17 @@ private slots:
         // only game A has the boss package.
         QVERIFY(dialog.isVisible() && dialog.SSTab1->isEnabled());
         QCOMPARE(QApplication::activeModalWidget(), &dialog);
-        QCOMPARE(dialog.lblUTPath->text(), game);
-        QCOMPARE(dialog.Frame1->isEnabled(), game == m_gameA);
+        QCOMPARE(dialog.lblUTPath->text() + (dialog.Frame1->isEnabled() ? "|boss" : ""),
+            game + (game == m_gameA ? "|boss" : ""));
         QCOMPARE(dialog.PathsChanged, c.pathsChanged);
         const QString optionsFile = m_root + native("program/options.ini");
         QCOMPARE(readTestFile(optionsFile),
             crlf({ "[SplashScreen]", c.restarts && c.autoClose ? "1" : "0", "", "[UTPath]", "0",
-                m_configs, c.restarts ? game : m_gameA }));
+                m_configs, game }));
         QVERIFY(QFile::remove(optionsFile));
         okAndWait();
-        QVERIFY(!isFormLoaded<dlgOptions>());
+        QVERIFY(!isFormLoaded<dlgOptions>() && theForm<frmBots>().isVisible());
         QCOMPARE(QFileInfo::exists(optionsFile), c.pathsChanged);
-        QVERIFY(theForm<frmBots>().isVisible());
     }
 
     void bossChoice_data()
@@ -330,21 +312,20 @@ private slots:
     {
         QFETCH(BossCase, c);
         const QString package = m_gameA + native("System/SkeletalCharsFix313.int");
-        QVERIFY(c.fileMode < 0
-                ? QFile::remove(package)
-                : writeTestFile(package, bossPackageText(c.fileMode != 2, c.fileMode != 1)));
+        QVERIFY(c.fileMode < 0 ? QFile::remove(package)
+                               : writeTestFile(package, bossPackageText(c.fileMode)));
         const QByteArray before = readTestFile(package);
         dlgOptions *dialog = &openOptions();
         const int shown = BossChoiceOfMode(c.fileMode < 0 ? 2 : c.fileMode);
-        QVERIFY(dialog->optChoice.at(shown)->isChecked());
-        QCOMPARE(dialog->Frame1->isEnabled(), c.fileMode >= 0);
+        QVERIFY(dialog->optChoice.at(shown)->isChecked()
+            && dialog->Frame1->isEnabled() == (c.fileMode >= 0));
         if (c.fileMode >= 0) {
             // From inside the dialog's pages, the Boss tab takes the keyboard
             // to the choice that is on.
             dialog->cmdChange->setFocus();
             QTest::keyClick(dialog->cmdChange, Qt::Key_Tab, Qt::ControlModifier);
-            QCOMPARE(dialog->SSTab1->currentIndex(), 1);
-            QCOMPARE(QApplication::focusWidget(), dialog->optChoice.at(shown));
+            QVERIFY(dialog->SSTab1->currentIndex() == 1
+                && QApplication::focusWidget() == dialog->optChoice.at(shown));
         }
         if (c.click >= 0)
             dialog->optChoice.at(c.click)->click();
@@ -358,23 +339,6 @@ private slots:
         if (c.click >= 0 && !c.reopen)
             QCOMPARE(ReadBossMode(m_gameA), BossModeOfChoice(c.click));
         QCOMPARE(askedMarkingNo(*m_prompt), QStringList());
-    }
-
-    // The splash's greyed box (2) shows unticked here; a click stores 0 or 1.
-    void autoCloseBox()
-    {
-        for (int fromFile : { 0, 1, 2 }) {
-            AppOptions().AutoCloseSplash = qint16(fromFile);
-            dlgOptions &dialog = openOptions();
-            QCOMPARE(dialog.chkAutoClose->isChecked(), fromFile == 1);
-            QCOMPARE(AppOptions().AutoCloseSplash, qint16(fromFile));
-            dialog.SSTab1->setCurrentIndex(2);
-            for (int click = 0; click < 2; ++click) {
-                dialog.chkAutoClose->click();
-                QCOMPARE(AppOptions().AutoCloseSplash, qint16(dialog.chkAutoClose->isChecked()));
-            }
-            unloadForm<dlgOptions>();
-        }
     }
 
 private:

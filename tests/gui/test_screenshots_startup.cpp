@@ -11,20 +11,12 @@
 #include "startup/forms/dlgFirstRun.h"
 #include "startup/forms/dlgOptions.h"
 #include "startup/forms/frmSplash.h"
-#include "startup/options.h"
-#include "startup/programdirectory.h"
 
 #include "bosspackage.h"
 #include "editorfixture.h"
-#include "samplecatalogue.h"
-#include "screenshots.h"
+#include "formtesting.h"
 
-#include <QLabel>
-#include <QPushButton>
 #include <QTabWidget>
-#include <QTemporaryDir>
-#include <QTimer>
-#include <QTreeWidget>
 
 namespace {
 
@@ -111,12 +103,8 @@ private slots:
         setProgramDir(m_programDir.path());
         AppOptions().UTPath = ProgramDir() + "UnrealTournament/";
         QVERIFY(writeTestFile(
-            AppOptions().UTPath + "System/SkeletalCharsFix313.int", bossPackageText(true, true)));
-        Catalogue() = SampleCatalogue();
-        const QStringList skinTypes { "commando", "fcommando", "boss", "Robot", "warrior",
-            "robot2" };
-        for (qsizetype i = 0; i < skinTypes.size(); ++i)
-            Catalogue().MISCCLASSES[i].SkinType = skinTypes.at(i);
+            AppOptions().UTPath + "System/SkeletalCharsFix313.int", bossPackageText(0)));
+        loadPatternCatalogue();
         QVERIFY(writeTestFile(PatternFilePath(), "commando,MyHero,Soldier2\r\nwarrior,Amazon\r\n"));
         LoadPatternList();
     }
@@ -125,26 +113,26 @@ private slots:
     void forms_data()
     {
         addFormShotColumn();
-        QTest::newRow("frmSplash") << FormShot { splash, "", "lblVersion=Version 0.1.0 Beta" };
+        QTest::newRow("frmSplash") << FormShot { splash, "", "lblVersion=Version 0.1.0 Beta", true };
         QTest::newRow("dlgFirstRun") << FormShot { [] { return new dlgFirstRun; }, "", "lblTitle=Starting Quorvane First Run Setup..." };
         QTest::newRow("dlgCorrectUTPath") << FormShot { [] { return new dlgCorrectUTPath; }, "Is this your correct UT Path?", "lblMessage=Is this the correct Unreal Tournament path to use?" };
-        QTest::newRow("dlgChangeConfigPath") << FormShot { [] { return new dlgChangeConfigPath; }, "Is this your correct Configuration path?", "lblMessage=Is the path below where you want your configurations saved?" };
+        QTest::newRow("dlgChangeConfigPath") << FormShot { [] { return new dlgChangeConfigPath; }, "Is this your correct Configuration path?", "lblMessage=Is the path below where you want your configurations saved?", true };
         QTest::newRow("dlgChangePath") << FormShot { [] {
             auto *form = new dlgChangePath;
             form->setWindowTitle("Choose Configuration Directory...");
             form->setPath(QDir::homePath());
             return form;
         }, "Choose Configuration Directory...", "lblFolder=Folder:" };
-        QTest::newRow("dlgDescr") << FormShot { [] { return new dlgDescr; }, "Enter Description", "lblWarning=Changes are only applied.  Must save configuration to save description." };
-        QTest::newRow("dlgError") << FormShot { errorDialog, "Error Number: 53", "lblErrDescr=File not found: C:\\UnrealTournament\\System\\int.ini" };
+        QTest::newRow("dlgDescr") << FormShot { [] { return new dlgDescr; }, "Enter Description", "lblWarning=Changes are only applied.  Must save configuration to save description.", true };
+        QTest::newRow("dlgError") << FormShot { errorDialog, "Error Number: 53", "lblErrDescr=File not found: C:\\UnrealTournament\\System\\int.ini", true };
         QTest::newRow("frmBots") << FormShot { [] { return mainWindow(false); }, "Quorvane for Unreal Tournament", "lblFavWep=Favorite Weapon:" };
         QTest::newRow("frmBotsEditing") << FormShot { [] { return mainWindow(true); }, "Tournament.qvn[*] - Quorvane for Unreal Tournament", "lblFavWep=Favorite Weapon:" };
         QTest::newRow("dlgOptionsPaths") << FormShot { [] { return options(0); }, "Quorvane Options", "optPathChange=UT Path:" };
         QTest::newRow("dlgOptionsBoss") << FormShot { [] { return options(1); }, "Quorvane Options", "lblFilename=skeletalcharsfix313.int" };
         QTest::newRow("dlgOptionsOther") << FormShot { [] { return options(2); }, "Quorvane Options", "chkAutoClose=Auto Close Splash Screen" };
-        QTest::newRow("frmBadFiles") << FormShot { report, "These Skin files could not be matched to any Models...", "lblListHeader=PATH" };
-        QTest::newRow("frmPattern") << FormShot { patternEditor, "Create/Add Pattern to the Pattern File", "lblStep1=2. Choose the Model to associate the Skin file too:" };
-        QTest::newRow("dlgNewBoss") << FormShot { [] { return new dlgNewBoss; }, "Which WarBoss and Xan II models to use?", "lblBossChoice=Currently both boss models are turned on.  You only need one turned on.  I recommend the first choice below." };
+        QTest::newRow("frmBadFiles") << FormShot { report, "These Skin files could not be matched to any Models...", "lblListHeader=PATH", true };
+        QTest::newRow("frmPattern") << FormShot { patternEditor, "Create/Add Pattern to the Pattern File", "lblStep1=2. Choose the Model to associate the Skin file too:", true };
+        QTest::newRow("dlgNewBoss") << FormShot { [] { return new dlgNewBoss; }, "Which WarBoss and Xan II models to use?", "lblBossChoice=Currently both boss models are turned on.  You only need one turned on.  I recommend the first choice below.", true };
     }
     // clang-format on
 

@@ -57,33 +57,28 @@ private:
         auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
         if (!dialog || !dialog->isVisible())
             return;
-        const QString name = dialog->objectName();
-        auto *pathDialog = qobject_cast<PathDialog *>(dialog);
-        QString seen = "dlg:" + name;
-        if (pathDialog && isFormLoaded<frmSplash>()) {
+        auto *path = qobject_cast<PathDialog *>(dialog);
+        const bool game = dialog->objectName() == "dlgCorrectUTPath";
+        QString seen = "dlg:" + dialog->objectName();
+        if (path) {
             const frmSplash &splash = theForm<frmSplash>();
             const QRect place = splash.frameGeometry();
             const QPoint off = dialog->pos()
                 - QPoint(place.left() + (place.width() - dialog->width()) / 2,
                     place.top() + (place.height() - dialog->height()) / 2 - PathDialogLift(splash));
             seen += QStringList(
-                { "", splash.message(), dialog->windowTitle(), pathDialog->lblMessage->text(),
+                { "", splash.message(), dialog->windowTitle(), path->lblMessage->text(),
                     QString("%1,%2").arg(off.x()).arg(off.y()) })
                         .join('|');
         }
         note(seen);
-        if (name == "dlgFirstRun")
-            static_cast<dlgFirstRun *>(dialog)->cmdContinue->click();
-        else if (name == "dlgError")
-            static_cast<dlgError *>(dialog)->OKButton->click();
-        else if (!pathDialog)
-            dialog->reject();
-        else if (name == "dlgCorrectUTPath" && gameDir == "<Escape>")
-            QTest::keyClick(dialog, Qt::Key_Escape);
-        else {
-            pathDialog->showPath(name == "dlgCorrectUTPath" ? gameDir : configDir);
-            pathDialog->OKButton->click();
-        }
+        if (game && gameDir == "<Escape>")
+            return QTest::keyClick(dialog, Qt::Key_Escape);
+        if (path)
+            path->showPath(game ? gameDir : configDir);
+        auto *ok = dialog->findChild<QPushButton *>(
+            dialog->objectName() == "dlgFirstRun" ? "cmdContinue" : "OKButton");
+        ok ? ok->click() : dialog->reject();
     }
 
     ScriptedPrompt &m_prompt;
@@ -141,18 +136,8 @@ private slots:
         m_game = root + native("game/");
         m_configs = root + native("configs/");
         setProgramDir(m_program);
-        // clang-format off
-        const QList<std::pair<QString, QStringList>> files { { m_program + "int.ini", { "Engine.int" } },
-            { m_program + "pattern.ini", {} }, { m_game + native("System/User.ini"), { "[URL]" } },
-            { m_game + native("System/Models.int"), { "[Public]",
-                "Object=(Name=Botpack.TMale1Bot,Class=Class,MetaClass=Botpack.Bot,Description=\"Male Commando\")",
-                "Object=(Name=Botpack.VoiceMaleOne,Class=Class,MetaClass=Botpack.VoiceMale,Description=\"Male One\")" } },
-            { m_game + native("System/LostSkins.int"), { "[Public]", "Object=(Name=LostSkins.lost1,Class=Texture,Description=\"Lost\")" } },
-            // More files to scan, so that a message per file would show.
-            { m_game + native("System/Engine.int"), { "[Public]" } }, { m_game + native("System/Other.int"), { "[Public]" } } };
-        // clang-format on
-        for (const auto &[path, lines] : files)
-            QVERIFY(writeTestFile(path, crlf(lines)));
+        QVERIFY(
+            copyTestData("startup/program", m_program) && copyTestData("startup/gameA", m_game));
         AppOptions() = Options();
         Roster() = BotRoster();
         RestartRequested() = false;
@@ -185,7 +170,7 @@ private slots:
         QTest::addColumn<QStringList>("expected"); // what the user met, errors reported last
         QTest::addColumn<QString>("end");          // "finished", "stopped" or "ended"
 
-        const QString report = "report:LostSkins.int|Analyzing Voice files...";
+        const QString report = "report:LostA.int|Analyzing Voice files...";
         const QString locate = "|Locate Unreal Tournament & Configuration Directory...|Locate ";
         const QString game = "dlg:dlgCorrectUTPath" + locate + "Unreal Tournament Directory...||0,0";
         const QString configs = "dlg:dlgChangeConfigPath" + locate + "Configuration Directory...||0,0";
@@ -215,10 +200,12 @@ private slots:
         // Without a game folder the program cannot start: the user who will
         // not name one leaves it by closing the dialog, after a question.
         QTest::newRow("quit without a game folder") << QStringList { "escape" } << QStringList { "dlg:dlgFirstRun", game, quit, game, quit } << "ended";
+        // The bundled demo game has something in the report.
+        QTest::newRow("demo game") << QStringList { "options=demo" } << QStringList { "report:GlimmerSkins.int|Analyzing Voice files..." } << "demo";
     }
     // clang-format on
 
-    // Setup words: "options=valid|first run|game gone|short|line 2 <value>"
+    // Setup words: "options=valid|first run|game gone|short|line 2 <value>|demo"
     // (none: no options.ini), "boss" (the game has the boss package),
     // "missing=<program file>", "throw=<error>" (the boss dialog's, one per
     // showing), "escape" (the game dialog is escaped, and the question
@@ -230,12 +217,15 @@ private slots:
         QFETCH(QString, end);
 
         const QString options = setup.filter("options=").join("").mid(8);
+        const QString demo
+            = native(QStringLiteral(QUORVANE_SOURCE_DIR) + "/demo/UnrealTournament/");
         const QHash<QString, QByteArray> files { { "valid", validOptions() },
             { "first run",
                 optionsFile("0", "1", native("/elsewhere/configs/"), native("/elsewhere/game/")) },
             { "game gone", optionsFile("0", "0", m_configs, native(m_dir.path() + "/gone/")) },
             { "short", crlf({ "[SplashScreen]", "0", "" }) },
-            { "line 2 yes", optionsFile("yes", "0", m_configs, m_game) } };
+            { "line 2 yes", optionsFile("yes", "0", m_configs, m_game) },
+            { "demo", optionsFile("0", "0", m_configs, demo) } };
         if (!options.isEmpty())
             writeOptions(files.value(options));
         if (setup.contains("boss"))
@@ -285,10 +275,11 @@ private slots:
             QVERIFY(!isFormLoaded<frmBots>() || !theForm<frmBots>().isVisible());
             return;
         }
-        verifyEditorPrepared();
+        verifyEditorPrepared(end == "demo" ? 5 : 1);
         QVERIFY(!theForm<frmBots>().isVisible());
         QCOMPARE(theForm<frmSplash>().message(), finished);
-        QCOMPARE(AppOptions().UTPath + "|" + AppOptions().ConfigPath, m_game + "|" + m_configs);
+        QCOMPARE(AppOptions().UTPath + "|" + AppOptions().ConfigPath,
+            (end == "demo" ? demo : m_game) + "|" + m_configs);
         QCOMPARE(
             QFileInfo(m_configs).isDir(), expected.join(",").contains("dlg:dlgChangeConfigPath"));
         // Main never writes the options; the main window does when it
@@ -296,7 +287,8 @@ private slots:
         QCOMPARE(QFileInfo::exists(m_program + "options.ini"), !options.isEmpty());
         theForm<frmSplash>().cmdClose->click();
         theForm<frmBots>().close();
-        QCOMPARE(readTestFile(m_program + "options.ini"), validOptions());
+        QCOMPARE(readTestFile(m_program + "options.ini"),
+            end == "demo" ? files.value("demo") : validOptions());
     }
 
     // clang-format off
@@ -327,9 +319,9 @@ private slots:
             // Enter does nothing until Close can be pressed.
             QVERIFY(!splash->cmdClose->isEnabled());
             QTest::keyClick(splash->chkAutoClose, Qt::Key_Return);
-            QVERIFY(splash && splash->isVisible());
-            QVERIFY(PathDialogLift(*splash) > 30
-                && PathDialogLift(*splash) < 60); // a little less than half an inch
+            // A little less than half an inch.
+            QVERIFY(splash && splash->isVisible() && PathDialogLift(*splash) > 30
+                && PathDialogLift(*splash) < 60);
             if (c.tickWhileStarting >= 0)
                 splash->chkAutoClose->setCheckState(Qt::CheckState(c.tickWhileStarting));
         };
@@ -361,45 +353,7 @@ private slots:
         QCOMPARE(AppOptions().AutoCloseSplash, qint16(c.stored));
         QTRY_VERIFY(!splash);
         QVERIFY(&currentProgress() != splashProgress); // a splash gone no longer shows progress
-        verifyEditorPrepared();
-    }
-
-    // The options dialog changed the game folder and runs the start-up
-    // again, here on a game with nothing to scan: nothing of the first
-    // game's scan or list is left.
-    void restartBuildsAFreshEditor()
-    {
-        writeOptions(validOptions("1"));
-        Main();
-        QPointer<frmBots> first = &theForm<frmBots>();
-        Roster().BotNames[0] = "Edited";
-        const QString otherGame = native(m_dir.path() + "/other game/");
-        QVERIFY(writeTestFile(otherGame + native("System/user.ini"), "[URL]\r\n"));
-        writeOptions(optionsFile("1", "0", m_configs, otherGame));
-        RestartRequested() = true;
-        Main();
-
-        QVERIFY(!first && !RestartRequested() && theForm<frmBots>().isVisible());
-        QCOMPARE(AppOptions().UTPath, otherGame);
-        QCOMPARE(theForm<frmBots>().cmbClass->count(), 1); // "(NONE)"
-        verifyEditorPrepared();
-        QCOMPARE(m_user->log,
-            QStringList({ "report:LostSkins.int|Analyzing Voice files...",
-                "report:|Analyzing Voice files..." }));
-    }
-
-    // The bundled demo game has something in every list and in the report.
-    void demoGame()
-    {
-        writeOptions(optionsFile("0", "0", m_configs,
-            native(QStringLiteral(QUORVANE_SOURCE_DIR) + "/demo/UnrealTournament/")));
-        Main();
-
-        QCOMPARE(m_user->log, QStringList { "report:GlimmerSkins.int|Analyzing Voice files..." });
-        for (const char *model :
-            { "Male Commando", "Female Soldier", "Vektra Sentinel", "Ironhusk Brute" })
-            QVERIFY2(theForm<frmBots>().cmbClass->findText(model) >= 0, model);
-        QVERIFY(m_prompt->messages().isEmpty() && m_errors->errors.isEmpty());
+        verifyEditorPrepared(1);
     }
 
 private:
@@ -414,18 +368,17 @@ private:
     }
 
     // The editor as the start-up leaves it: a new list of defaults, nothing
-    // to edit or save yet.
-    void verifyEditorPrepared()
+    // to edit or save yet, and at least `models` to choose from.
+    void verifyEditorPrepared(int models)
     {
         QVERIFY(isFormLoaded<frmBots>());
         const frmBots &bots = theForm<frmBots>();
-        QCOMPARE(bots.cmbBot->count(), BotSlotCount);
-        QCOMPARE(bots.cmbBot->itemText(BotSlotCount - 1), "Bot 31");
-        QCOMPARE(QList<int>({ bots.cmbBot->currentIndex(), bots.cmbClass->currentIndex() }),
-            QList<int>({ 0, 0 }));
-        QVERIFY(!bots.txtName->isEnabled() && !bots.cmbClass->isEnabled());
-        QVERIFY(!bots.mnuFileSave->isEnabled() && !bots.mnuFileSaveAs->isEnabled());
-        QVERIFY(bots.chkJumpy->text().isEmpty() && bots.IsSaved());
+        QCOMPARE(bots.cmbBot->itemText(bots.cmbBot->count() - 1), "Bot 31");
+        QVERIFY(bots.cmbBot->currentIndex() == 0 && bots.cmbClass->currentIndex() == 0
+            && bots.cmbClass->count() >= models && !bots.txtName->isEnabled()
+            && !bots.cmbClass->isEnabled() && !bots.mnuFileSave->isEnabled()
+            && !bots.mnuFileSaveAs->isEnabled() && bots.chkJumpy->text().isEmpty()
+            && bots.IsSaved());
         BotRoster defaults;
         SetDefaults(defaults);
         QVERIFY(Roster() == defaults);

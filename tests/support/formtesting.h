@@ -3,6 +3,8 @@
 // For the GUI tests only (they link the forms): the Qt Widgets headers the
 // form tests use, and the ways they play the user and the window system.
 
+#include "samplecatalogue.h"
+#include "screenshots.h"
 #include "scriptedprompt.h"
 #include "testfiles.h"
 
@@ -12,9 +14,9 @@
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QCloseEvent>
 #include <QComboBox>
 #include <QDir>
+#include <QDirIterator>
 #include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
@@ -25,7 +27,6 @@
 #include <QTest>
 #include <QTimer>
 #include <QTreeWidget>
-#include <QtTest/qtestspontaneevent.h>
 
 #include <functional>
 #include <memory>
@@ -34,25 +35,6 @@
 inline void whenShown(std::function<void()> action)
 {
     QTimer::singleShot(0, qApp, std::move(action));
-}
-
-// A close request, or the show of a minimised window coming back, as the
-// window system sends them; sendEvent() would clear the spontaneous flag.
-// Returns whether the window accepted it.
-inline bool spontaneous(QWidget *window, QEvent &&event)
-{
-    QSpontaneKeyEvent::setSpontaneous(&event);
-    qApp->notify(window, &event);
-    return event.isAccepted();
-}
-
-// Neither the title bar nor Escape closes the shown `window`: only its own
-// buttons, or the program, do.
-inline bool closesOnlyThroughItsButtons(QWidget *window)
-{
-    QTest::keyClick(window, Qt::Key_Escape);
-    return !window->windowFlags().testFlag(Qt::WindowCloseButtonHint)
-        && !spontaneous(window, QCloseEvent()) && window->isVisible();
 }
 
 inline QString native(const QString &path)
@@ -69,4 +51,27 @@ inline QStringList askedMarkingNo(const ScriptedPrompt &prompt)
         lines << message.title + "|" + message.text
                 + (message.defaultButton == MessageDefault::No ? " [No]" : "");
     return lines;
+}
+
+// Copies the folder `name` of the test data, a fixture's real files, into
+// `to` (ending with a separator).
+inline bool copyTestData(const QString &name, const QString &to)
+{
+    const QDir from(testDataDir() + name);
+    bool copied = QDir().mkpath(to);
+    for (QDirIterator it(from.path(), QDir::Files, QDirIterator::Subdirectories); it.hasNext();) {
+        const QString file = it.next();
+        copied
+            = copied && writeTestFile(to + native(from.relativeFilePath(file)), readTestFile(file));
+    }
+    return copied;
+}
+
+// The sample catalogue, its models named by the skin types pattern.ini uses.
+inline void loadPatternCatalogue()
+{
+    Catalogue() = SampleCatalogue();
+    const QStringList skinTypes { "commando", "fcommando", "boss", "Robot", "warrior", "robot2" };
+    for (qsizetype i = 0; i < skinTypes.size(); ++i)
+        Catalogue().MISCCLASSES[i].SkinType = skinTypes.at(i);
 }

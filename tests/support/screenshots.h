@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QAccessible>
+#include <QApplication>
+#include <QCloseEvent>
 #include <QDir>
 #include <QImage>
 #include <QMetaType>
@@ -8,12 +10,32 @@
 #include <QString>
 #include <QTest>
 #include <QWidget>
+#include <QtTest/qtestspontaneevent.h>
 
 #include <functional>
 #include <memory>
 
 // For the screenshot tests only: they link Qt Gui, the rest of the support
 // library does not, so this stays in the header.
+
+// A close request, or the show of a minimised window coming back, as the
+// window system sends them; sendEvent() would clear the spontaneous flag.
+// Returns whether the window accepted it.
+inline bool spontaneous(QWidget *window, QEvent &&event)
+{
+    QSpontaneKeyEvent::setSpontaneous(&event);
+    qApp->notify(window, &event);
+    return event.isAccepted();
+}
+
+// Neither the title bar nor Escape closes the shown `window`: only its own
+// buttons, or the program, do.
+inline bool closesOnlyThroughItsButtons(QWidget *window)
+{
+    QTest::keyClick(window, Qt::Key_Escape);
+    return !window->windowFlags().testFlag(Qt::WindowCloseButtonHint)
+        && !spontaneous(window, QCloseEvent()) && window->isVisible();
+}
 
 // Enough colours to be a drawn window rather than an empty rectangle.
 inline bool looksDrawn(const QImage &image)
@@ -56,12 +78,14 @@ inline QStringList unreachedOrUnnamed(const QWidget *form)
 }
 
 // One row of a table of windows to picture: how to build the window, its
-// caption, and "objectName=text" of a control it must show.
+// caption, "objectName=text" of a control it must show, and whether only
+// its own buttons close it.
 struct FormShot
 {
     std::function<QWidget *()> make;
     QString caption;
     QString shows;
+    bool closesOnlyThroughButtons = false;
 };
 Q_DECLARE_METATYPE(FormShot)
 
@@ -92,4 +116,5 @@ inline void shootFormRow()
     QVERIFY2(control && control->isVisible(), qPrintable(shot.shows));
     QCOMPARE(control->property("text").toString(), shot.shows.section('=', 1));
     QVERIFY(saveScreenshot(form->grab().toImage(), QTest::currentDataTag()));
+    QVERIFY(!shot.closesOnlyThroughButtons || closesOnlyThroughItsButtons(form.get()));
 }
