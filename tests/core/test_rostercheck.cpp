@@ -29,11 +29,12 @@ private slots:
                      SkinCaptions(classes, 0), SkinCaptions(classes, 3),
                      SkinCaptions(classes, classes.size()), SkinCaptions(classes, -1),
                      FaceCaptions(classes, 0, 1), FaceCaptions(classes, 0, 2),
-                     FaceCaptions(classes, 0, 3), { FaceNameAt(classes, 0, 0, 0) } }),
+                     FaceCaptions(classes, 0, 3),
+                     { FaceNameAt(classes, 0, 0, 0), FaceNameAt(classes, 0, 99, 0) } }),
             (QList<QStringList> {
                 { "Male Commando", "Female Commando", "Boss", "Robot", "Female Warrior", "ROBOT" },
                 none, { "Commando", "Desert" }, none, none, none, { "Luthor", "Boris" }, none, none,
-                { "CommandoSkins.cmdo2Blake" } }));
+                { "CommandoSkins.cmdo2Blake", "" } }));
     }
 
     void findsStoredNames_data()
