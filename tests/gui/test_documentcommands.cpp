@@ -11,7 +11,6 @@
 #include "startup/forms/frmSplash.h"
 #include "startup/recentfiles.h"
 
-#include <QAccessible>
 #include <QDate>
 #include <QDesktopServices>
 #include <QMimeData>
@@ -69,20 +68,6 @@ void setIn(QWidget *control, const QString &value)
         box->click();
     else if (auto *view = qobject_cast<QAbstractItemView *>(control))
         view->setCurrentIndex(view->model()->index(value.toInt(), 0));
-}
-
-// The controls of `window` a keyboard reaches that a screen reader cannot
-// name: neither a caption, a buddy label nor a name of their own.
-QStringList unnamedIn(QWidget *window)
-{
-    QStringList unnamed;
-    for (QWidget *control : window->findChildren<QWidget *>()) {
-        QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(control);
-        if ((control->focusPolicy() & Qt::TabFocus) && control->isVisibleTo(window)
-            && (!accessible || accessible->text(QAccessible::Name).trimmed().isEmpty()))
-            unnamed << window->objectName() + "." + control->objectName();
-    }
-    return unnamed;
 }
 
 // Remembers what the program asked the desktop to open.
@@ -248,10 +233,10 @@ private slots:
                 QUrl(QUORVANE_PARTNER_URL) }));
 
         QString version;
-        QStringList unnamed = unnamedIn(&f);
+        QStringList unnamed = unreachedOrUnnamed(&f);
         DialogScript script;
         script.then<frmAbout>([&](frmAbout &d) {
-            version = d.lblVersion->text(), unnamed << unnamedIn(&d), d.cmdOK->click();
+            version = d.lblVersion->text(), unnamed << unreachedOrUnnamed(&d), d.cmdOK->click();
         });
         f.mnuHelpAbout->trigger();
         QCOMPARE(script.seen, QStringList { "frmAbout" });
@@ -291,7 +276,7 @@ private:
                     const bool open = d.objectName() == "dlgOpen";
                     const QString button = rest == "!" ? (open ? "CancelButton" : "cmdCancel")
                                                        : (open ? "cmdOpen" : "cmdSave");
-                    m_notes << unnamedIn(&d);
+                    m_notes << unreachedOrUnnamed(&d);
                     const QStringList acts = step.startsWith('@')
                         ? rest.split(';')
                         : QStringList { (open ? "txtName=" : "txtNewName=") + rest, button };
