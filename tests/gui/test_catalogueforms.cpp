@@ -1,5 +1,6 @@
 #include "bosspackage.h"
 #include "formtesting.h"
+#include "urlrecorder.h"
 
 #include "catalogue/bossmode.h"
 #include "catalogue/forms/dlgNewBoss.h"
@@ -60,18 +61,6 @@ void editorStep(frmPattern &editor, const QString &step)
 }
 
 } // namespace
-
-// Records what the report's "open it" hands to the desktop.
-class UrlRecorder : public QObject
-{
-    Q_OBJECT
-
-public:
-    QList<QUrl> opened;
-
-public slots:
-    void open(const QUrl &url) { opened.append(url); }
-};
 
 class TestCatalogueForms : public QObject
 {
@@ -266,17 +255,6 @@ private slots:
         QCOMPARE(readTestFile(PatternFilePath()), c.after.isNull() ? c.before : c.after);
         QCOMPARE(Catalogue().ReparseRequested, c.items.join(',').contains(" - "));
         QCOMPARE(askedMarkingNo(*m_prompt), c.messages);
-    }
-
-    void noModelsNoPattern()
-    {
-        Catalogue().MISCCLASSES = { newClassSlot(), newClassSlot() };
-        ContinueToPatternEditor({ guy });
-        frmPattern &editor = theForm<frmPattern>();
-        editor.loadFiles();
-        QCOMPARE(
-            editor.cmbModelAssoc->count() == 1 ? editor.cmbModelAssoc->itemText(0) : "", "(NONE)");
-        QVERIFY(!editor.cmdSetPattern->isEnabled());
     }
 
     // clang-format off

@@ -97,6 +97,17 @@ class TestFrmBots : public QObject
 {
     Q_OBJECT
 
+    struct Edit
+    {
+        QString step, context, stored, after; // the document's state before and after, or a gate
+    };
+    struct Walk
+    {
+        QString steps, moved; // see act; "slot<-from" per slot changed, "-" for other edits
+        int slot, recorded; // the slot shown at the end, steps in the history
+        QString shown; // see shown(), when a row checks it
+    };
+
 private slots:
     void initTestCase() { m_session = std::make_unique<EditorSession>(LargeSkinCount); }
     void init() { m_session->restart(); }
@@ -141,10 +152,7 @@ private slots:
 
     void edits_data()
     {
-        QTest::addColumn<QString>("step");
-        QTest::addColumn<QString>("context"); // the document's state, or a gate that holds edits
-        QTest::addColumn<QString>("stored");
-        QTest::addColumn<QString>("after"); // the document's state
+        QTest::addColumn<Edit>("e");
 
         // clang-format off
         const QList<std::pair<QString, QString>> edits {
@@ -169,90 +177,83 @@ private slots:
             const bool box = step.startsWith("chk");
             const bool list = QRegularExpression("^cmb(Class|Skin|Face|Voice):").match(step).hasMatch();
             const QByteArray name = step.toLatin1();
-            QTest::addRow("%s, saved", name.data()) << step << "Saved" << stored << "Modified";
+            QTest::addRow("%s, saved", name.data()) << Edit { step, "Saved", stored, "Modified" };
             // Only a drag turns a loaded list into a modified one.
-            QTest::addRow("%s, loaded", name.data()) << step << "Loaded" << stored << (step.startsWith("drag") ? "Modified" : "Loaded");
-            QTest::addRow("%s, opening", name.data()) << step << "opening" << stored << "Saved";
+            QTest::addRow("%s, loaded", name.data()) << Edit { step, "Loaded", stored, step.startsWith("drag") ? "Modified" : "Loaded" };
+            QTest::addRow("%s, opening", name.data()) << Edit { step, "opening", stored, "Saved" };
             // The window fills itself while hidden; only the check boxes store then.
-            QTest::addRow("%s, hidden", name.data()) << step << "hidden" << (box ? stored : "") << (box ? "Modified" : "Saved");
+            QTest::addRow("%s, hidden", name.data()) << Edit { step, "hidden", box ? stored : "", box ? "Modified" : "Saved" };
             // While it positions its lists, they store nothing.
-            QTest::addRow("%s, refreshing", name.data()) << step << "refreshing" << (list ? "" : stored) << (list ? "Saved" : "Modified");
+            QTest::addRow("%s, refreshing", name.data()) << Edit { step, "refreshing", list ? "" : stored, list ? "Saved" : "Modified" };
         }
         // The description changes only when applied with another.
-        QTest::newRow("description") << "descr:Team games" << "Saved" << "* Team games" << "Modified";
-        QTest::newRow("description unchanged") << "descr:Old text" << "Saved" << "" << "Saved";
-        QTest::newRow("description cancelled") << "nodescr:Team games" << "Saved" << "" << "Saved";
+        QTest::newRow("description") << Edit { "descr:Team games", "Saved", "* Team games", "Modified" };
+        QTest::newRow("description unchanged") << Edit { "descr:Old text", "Saved", "", "Saved" };
+        QTest::newRow("description cancelled") << Edit { "nodescr:Team games", "Saved", "", "Saved" };
         // clang-format on
     }
 
     void edits()
     {
-        QFETCH(QString, step);
-        QFETCH(QString, context);
-        QFETCH(QString, stored);
-        QFETCH(QString, after);
+        QFETCH(Edit, e);
 
         Roster().Description = "Old text";
         frmBots &form = m_session->form();
         form.EnableAll(true);
-        if (context == "hidden")
+        if (e.context == "hidden")
             form.hide();
         else
             form.PositionSlot(), form.OtherData(0), form.SavedFunc(true);
-        if (context == "Loaded")
+        if (e.context == "Loaded")
             form.LoadedFunc();
-        form.bLoadingConfig = context == "opening";
-        form.bRefreshing = context == "refreshing";
+        form.bLoadingConfig = e.context == "opening";
+        form.bRefreshing = e.context == "refreshing";
         const BotRoster before = Roster();
 
-        act(form, step);
+        act(form, e.step);
 
-        QCOMPARE(changes(before), stored);
-        QCOMPARE(form.lblSaved->text(), after);
+        QCOMPARE(changes(before), e.stored);
+        QCOMPARE(form.lblSaved->text(), e.after);
         // The slot keeps a position off the step; the label shows it snapped.
-        if (step.startsWith("drag") && !stored.isEmpty())
+        if (e.step.startsWith("drag") && !e.stored.isEmpty())
             QVERIFY(Roster().BotAccuracy[0] == 37 && form.lblNumAccuracy->text() == "0.35");
     }
 
     void overview_data()
     {
-        QTest::addColumn<QString>("steps"); // see act
-        QTest::addColumn<QString>("moved"); // "slot<-from" per slot changed; "-" for other edits
-        QTest::addColumn<int>("slot"); // the slot shown at the end
-        QTest::addColumn<int>("recorded"); // steps in the history
-        QTest::addColumn<QString>("shown"); // see shown(), when a row checks it
+        QTest::addColumn<Walk>("w");
 
         // clang-format off
         // Choosing a row shows its bot in the editor; showing a slot stores nothing new, not
         // even for a model that is missing.
-        QTest::newRow("standard bot") << "slot:0" << "" << 0 << 0 << "Archon|None|Male Commando|Commando|Blake|(None Choosen)|Normal|-3|0.0|0.0|0.0|0.0|calm||0|Archon|None|Male Commando|Commando|Blake|(None Choosen)|-3|(No Favorite)|";
+        QTest::newRow("standard bot") << Walk { "slot:0", "", 0, 0, "Archon|None|Male Commando|Commando|Blake|(None Choosen)|Normal|-3|0.0|0.0|0.0|0.0|calm||0|Archon|None|Male Commando|Commando|Blake|(None Choosen)|-3|(No Favorite)|" };
         // Dessloch has a voice his model is not offered: none is selected.
-        QTest::newRow("second skin") << "slot:3" << "" << 3 << 0 << "Dessloch|Blue|Male Commando|Desert|Luthor||Normal|-3|0.0|0.0|0.0|0.0|calm||3|Dessloch|Blue|Male Commando|Desert|Luthor|Female One|-3|(No Favorite)|";
-        QTest::newRow("model not installed") << "slot:18" << "" << 18 << 0 << "Tamerlane|None|Male Commando|Commando|Blake|(None Choosen)|Cautious|-3|0.0|-0.30|1.0|0.0|calm||!|18|Tamerlane|None|BotPack.TMale2Bot|SoldierSkins.blkt|SoldierSkins.Riker|(None Choosen)|-3|Botpack.SniperRifle|Class \"BotPack.TMale2Bot\" is not installed\nSkin \"SoldierSkins.blkt\" is not installed\nFace \"SoldierSkins.Riker\" is not installed";
+        QTest::newRow("second skin") << Walk { "slot:3", "", 3, 0, "Dessloch|Blue|Male Commando|Desert|Luthor||Normal|-3|0.0|0.0|0.0|0.0|calm||3|Dessloch|Blue|Male Commando|Desert|Luthor|Female One|-3|(No Favorite)|" };
+        QTest::newRow("model not installed") << Walk { "slot:18", "", 18, 0, "Tamerlane|None|Male Commando|Commando|Blake|(None Choosen)|Cautious|-3|0.0|-0.30|1.0|0.0|calm||!|18|Tamerlane|None|BotPack.TMale2Bot|SoldierSkins.blkt|SoldierSkins.Riker|(None Choosen)|-3|Botpack.SniperRifle|Class \"BotPack.TMale2Bot\" is not installed\nSkin \"SoldierSkins.blkt\" is not installed\nFace \"SoldierSkins.Riker\" is not installed" };
         // A class of many skins finds each slot's, whether its list is kept or built anew.
-        QTest::newRow("large class") << "slot:5,slot:6,slot:7" << "" << 7 << 0 << "Rhea|Gold|Female Warrior|Warrior 1997|Ace|(None Choosen)|Normal|-3|0.0|0.0|0.0|0.0|calm||!|7|Rhea|Gold|Female Warrior|Warrior 1997|SGirlSkins.Cilia|(None Choosen)|-3|(No Favorite)|Face \"SGirlSkins.Cilia\" is not installed";
-        QTest::newRow("large class again") << "slot:5,slot:6,slot:7,slot:0,slot:6" << "" << 6 << 0 << "Drimacus|None|Female Warrior|Warrior 1996|Ace|(None Choosen)|Normal|-3|0.0|0.0|0.0|0.0|calm||!|6|Drimacus|None|Female Warrior|Warrior 1996|SoldierSkins.Kregore|(None Choosen)|-3|(No Favorite)|Face \"SoldierSkins.Kregore\" is not installed";
+        QTest::newRow("large class") << Walk { "slot:5,slot:6,slot:7", "", 7, 0, "Rhea|Gold|Female Warrior|Warrior 1997|Ace|(None Choosen)|Normal|-3|0.0|0.0|0.0|0.0|calm||!|7|Rhea|Gold|Female Warrior|Warrior 1997|SGirlSkins.Cilia|(None Choosen)|-3|(No Favorite)|Face \"SGirlSkins.Cilia\" is not installed" };
+        QTest::newRow("large class again") << Walk { "slot:5,slot:6,slot:7,slot:0,slot:6", "", 6, 0, "Drimacus|None|Female Warrior|Warrior 1996|Ace|(None Choosen)|Normal|-3|0.0|0.0|0.0|0.0|calm||!|6|Drimacus|None|Female Warrior|Warrior 1996|SoldierSkins.Kregore|(None Choosen)|-3|(No Favorite)|Face \"SoldierSkins.Kregore\" is not installed" };
         // An edit shows in its row at once, the warning going when the slot is fixed; a class
         // takes the first of its skins, faces and voices, and finds them again when its slot
         // is shown anew.
-        QTest::newRow("fixed in the editor") << "slot:31,name:Krag,cmbClass:2" << "-" << 31 << 2 << "Krag|Gold|Boss|Boss|Xan|Boss Voice|Normal|-3|0.0|0.0|0.0|0.0|jumpy||31|Krag|Gold|Boss|Boss|Xan|Boss Voice|-3|(No Favorite)|";
-        QTest::newRow("add-on without skins") << "cmbClass:3,slot:1,slot:0" << "-" << 0 << 1 << "Archon|None|Robot|(NONE)|(NONE)|Male One|Normal|-3|0.0|0.0|0.0|0.0|calm||0|Archon|None|Robot|||Male One|-3|(No Favorite)|";
+        QTest::newRow("fixed in the editor") << Walk { "slot:31,name:Krag,cmbClass:2", "-", 31, 2, "Krag|Gold|Boss|Boss|Xan|Boss Voice|Normal|-3|0.0|0.0|0.0|0.0|jumpy||31|Krag|Gold|Boss|Boss|Xan|Boss Voice|-3|(No Favorite)|" };
+        QTest::newRow("add-on without skins") << Walk { "cmbClass:3,slot:1,slot:0", "-", 0, 1, "Archon|None|Robot|(NONE)|(NONE)|Male One|Normal|-3|0.0|0.0|0.0|0.0|calm||0|Archon|None|Robot|||Male One|-3|(No Favorite)|" };
         // A bot travels whole; a moved one stays shown.
-        QTest::newRow("copy and paste") << "slot:4,mnuEditCopy,slot:9,mnuEditPaste" << "9<-4" << 9 << 1 << "";
-        QTest::newRow("move up") << "slot:5,mnuEditMoveUp" << "4<-5,5<-4" << 4 << 1 << "";
-        QTest::newRow("move down twice") << "slot:5,mnuEditMoveDown,mnuEditMoveDown" << "5<-6,6<-7,7<-5" << 7 << 2 << "";
-        QTest::newRow("first cannot go up") << "slot:0,mnuEditMoveUp" << "" << 0 << 0 << "";
-        QTest::newRow("last cannot go down") << "slot:31,mnuEditMoveDown" << "" << 31 << 0 << "";
-        QTest::newRow("nothing copied") << "slot:3,mnuEditPaste" << "" << 3 << 0 << "";
+        QTest::newRow("copy and paste") << Walk { "slot:4,mnuEditCopy,slot:9,mnuEditPaste", "9<-4", 9, 1, "" };
+        QTest::newRow("move up") << Walk { "slot:5,mnuEditMoveUp", "4<-5,5<-4", 4, 1, "" };
+        QTest::newRow("move down twice") << Walk { "slot:5,mnuEditMoveDown,mnuEditMoveDown", "5<-6,6<-7,7<-5", 7, 2, "" };
+        QTest::newRow("first cannot go up") << Walk { "slot:0,mnuEditMoveUp", "", 0, 0, "" };
+        QTest::newRow("last cannot go down") << Walk { "slot:31,mnuEditMoveDown", "", 31, 0, "" };
+        QTest::newRow("nothing copied") << Walk { "slot:3,mnuEditPaste", "", 3, 0, "" };
         // Each edit is one step, whatever it touched and however it was made.
-        QTest::newRow("typing a name") << "name:Zed" << "-" << 0 << 1 << "";
-        QTest::newRow("a name typed as it was") << "name:Archon" << "" << 0 << 0 << "";
-        QTest::newRow("names of two bots") << "name:Zed,slot:3,name:Quinn" << "-" << 3 << 2 << "";
-        QTest::newRow("a drag") << "drag:37" << "-" << 0 << 1 << "";
-        QTest::newRow("arrows") << "arrow,arrow" << "-" << 0 << 2 << "";
-        QTest::newRow("list-wide and description") << "cmbDifficulty:5,descr:Friday games" << "-" << 0 << 2 << "";
+        QTest::newRow("typing a name") << Walk { "name:Zed", "-", 0, 1, "" };
+        QTest::newRow("a name typed as it was") << Walk { "name:Archon", "", 0, 0, "" };
+        QTest::newRow("names of two bots") << Walk { "name:Zed,slot:3,name:Quinn", "-", 3, 2, "" };
+        QTest::newRow("a drag") << Walk { "drag:37", "-", 0, 1, "" };
+        QTest::newRow("arrows") << Walk { "arrow,arrow", "-", 0, 2, "" };
+        QTest::newRow("list-wide and description") << Walk { "cmbDifficulty:5,descr:Friday games", "-", 0, 2, "" };
         // A new edit after an undo drops what could have been redone.
-        QTest::newRow("edit after undo") << "cmbColor:2,name:Zed,mnuEditUndo,cmbClass:2" << "-" << 0 << 2 << "";
+        QTest::newRow("edit after undo") << Walk { "cmbColor:2,name:Zed,mnuEditUndo,cmbClass:2", "-", 0, 2, "" };
         // clang-format on
     }
 
@@ -262,11 +263,7 @@ private slots:
     // last. New starts afresh.
     void overview()
     {
-        QFETCH(QString, steps);
-        QFETCH(QString, moved);
-        QFETCH(int, slot);
-        QFETCH(int, recorded);
-        QFETCH(QString, shown);
+        QFETCH(Walk, w);
 
         frmBots &form = renewed();
         Roster().VoiceType[3] = "BotPack.VoiceFemaleOne";
@@ -276,24 +273,24 @@ private slots:
         }
         form.ResetHistory();
         const BotRoster before = Roster();
-        act(form, steps);
+        act(form, w.steps);
         const BotRoster after = Roster();
-        if (moved != "-") {
+        if (w.moved != "-") {
             BotRoster expected = before;
-            for (const QString &change : moved.split(',', Qt::SkipEmptyParts))
+            for (const QString &change : w.moved.split(',', Qt::SkipEmptyParts))
                 BotSlot::fromRoster(before, change.section("<-", 1).toInt())
                     .toRoster(expected, change.section("<-", 0, 0).toInt());
             QCOMPARE(after, expected);
         }
-        QCOMPARE(form.CurrentSlot(), slot);
-        QCOMPARE(form.grdBots->currentRow(), slot);
-        if (!shown.isEmpty())
-            QCOMPARE(::shown(form), shown);
-        QCOMPARE(form.mnuEditMoveUp->isEnabled(), slot > 0);
-        QCOMPARE(form.mnuEditMoveDown->isEnabled(), slot < 31);
-        QCOMPARE(form.History->count(), recorded);
+        QCOMPARE(form.CurrentSlot(), w.slot);
+        QCOMPARE(form.grdBots->currentRow(), w.slot);
+        if (!w.shown.isEmpty())
+            QCOMPARE(shown(form), w.shown);
+        QCOMPARE(form.mnuEditMoveUp->isEnabled(), w.slot > 0);
+        QCOMPARE(form.mnuEditMoveDown->isEnabled(), w.slot < 31);
+        QCOMPARE(form.History->count(), w.recorded);
 
-        const auto walk = [&form, recorded](QAction *entry, const BotRoster &roster) {
+        const auto walk = [&form, recorded = w.recorded](QAction *entry, const BotRoster &roster) {
             for (int i = 0; i < recorded; ++i)
                 entry->trigger();
             QVERIFY(!entry->isEnabled());
@@ -308,7 +305,7 @@ private slots:
         };
         form.SavedFunc(true);
         walk(form.mnuEditUndo, before);
-        QCOMPARE(form.lblSaved->text(), recorded ? "Modified" : "Saved");
+        QCOMPARE(form.lblSaved->text(), w.recorded ? "Modified" : "Saved");
         walk(form.mnuEditRedo, after);
 
         form.cmbBot->setCurrentIndex(3);
