@@ -1,4 +1,5 @@
 #include "bosspackage.h"
+#include "expectedfile.h"
 #include "dialogscript.h"
 #include "formtesting.h"
 
@@ -37,14 +38,6 @@ void makeEntries(const QString &directory, const QStringList &entries)
                                         entry.section('=', 1).toUtf8()));
 }
 
-const QString MoveQuestion = "Configuration Files Exist!|Move files to new directory?\r\n\r\n"
-                             "Yes will move files and remove the old directory.\r\n\r\n"
-                             "No will not move or remove the old directory.";
-const QString LeftQuestion = "Files Exist in Old Directory!|Yes = Remove directory and existing "
-                             "files.\r\n\r\n No = Do not remove files or directory. [No]";
-const QString RestartMessage
-    = "Restart Quorvane|Quorvane must be restarted for changes to take affect.";
-
 } // namespace
 
 // The options dialog opened from a main window that the start-up built for
@@ -56,16 +49,12 @@ class TestOptionsDialog : public QObject
     struct MoveCase
     {
         QStringList oldFiles, newFiles;
-        QString newFolder;
-        QStringList messages, oldAfter, newAfter;
-        bool labelShowsNew;
+        QString newFolder, answers;
     };
     struct GameCase
     {
         QStringList games;
         bool autoClose;
-        int restarts;
-        bool pathsChanged;
         QString unsaved;
     };
     struct BossCase
@@ -169,21 +158,21 @@ private slots:
     // clang-format off
     void configFolderMove_data()
     {
-        QTest::addColumn<MoveCase>("c"); // entries of the old and new folders before, the new folder, the messages
-            // ("FileOP:name" for FileOP's failure; " No" after a question answered No), the folders after
+        QTest::addColumn<MoveCase>("c"); // entries of the old and new folders before, the new folder, the answers
         const QStringList two { "B.QVN=B", "a.qvn=A" };
         const QStringList withBackup { ".directory=D", "a.qvn=A", "curconfig_bkup_(1-2-2024-3-4-5).qvn2=K" };
-        QTest::newRow("no configurations") << MoveCase { { "notes.txt=N" }, {}, "new/", {}, { "notes.txt=N" }, {}, true };
-        QTest::newRow("No keeps them") << MoveCase { two, {}, "new/", { MoveQuestion + " No" }, two, {}, false };
-        QTest::newRow("moved, replacing, folder removed") << MoveCase { two, { "a.qvn=older" }, "new/", { MoveQuestion }, { "gone" }, two, false };
-        QTest::newRow("backup left, Yes deletes it") << MoveCase { withBackup, {}, "new/", { MoveQuestion, LeftQuestion }, { "gone" }, { "a.qvn=A" }, false };
-        QTest::newRow("backup left, No keeps it") << MoveCase { withBackup, {}, "new/", { MoveQuestion, LeftQuestion + " No" }, { ".directory=D", "curconfig_bkup_(1-2-2024-3-4-5).qvn2=K" }, { "a.qvn=A" }, false };
-        QTest::newRow("a subfolder keeps the folder") << MoveCase { { "a.qvn=A", "sub/" }, {}, "new/", { MoveQuestion, LeftQuestion }, { "sub/" }, { "a.qvn=A" }, false };
-        QTest::newRow("a folder in the way") << MoveCase { { "a.qvn=A", "b.qvn=B", "c.qvn2=C" }, { "b.qvn/" }, "new/", { MoveQuestion, "FileOP:b.qvn" }, { "b.qvn=B", "c.qvn2=C" }, { "a.qvn=A", "b.qvn/" }, false };
-        QTest::newRow("the same folder by another name") << MoveCase { two, {}, "configs/./", {}, two, two, true };
+        QTest::newRow("no configurations") << MoveCase { { "notes.txt=N" }, {}, "new/", "" };
+        QTest::newRow("No keeps them") << MoveCase { two, {}, "new/", "N" };
+        QTest::newRow("moved, replacing, folder removed") << MoveCase { two, { "a.qvn=older" }, "new/", "Y" };
+        QTest::newRow("backup left, Yes deletes it") << MoveCase { withBackup, {}, "new/", "YY" };
+        QTest::newRow("backup left, No keeps it") << MoveCase { withBackup, {}, "new/", "YN" };
+        QTest::newRow("a subfolder keeps the folder") << MoveCase { { "a.qvn=A", "sub/" }, {}, "new/", "YY" };
+        QTest::newRow("a folder in the way") << MoveCase { { "a.qvn=A", "b.qvn=B", "c.qvn2=C" }, { "b.qvn/" }, "new/", "Y" };
+        QTest::newRow("the same folder by another name") << MoveCase { two, {}, "configs/./", "" };
     }
     // clang-format on
 
+    // The messages, the folders after and the folder the dialog shows.
     void configFolderMove()
     {
         QFETCH(MoveCase, c);
@@ -191,109 +180,86 @@ private slots:
         const QString newDir = m_root + native(c.newFolder);
         if (!c.newFiles.isEmpty())
             makeEntries(newDir, c.newFiles);
-        QStringList expected;
-        for (QString message : std::as_const(c.messages)) {
-            if (message.startsWith("FileOP:")) {
-                message = "75|Error in modCommon.FileOP.\r\n\r\nError Desc: Path/File access "
-                          "error\r\n\r\nSkipping file: "
-                    + m_configs + message.mid(7);
-            } else {
-                const bool no = message.endsWith(" No");
-                m_prompt->answerNext(no ? MessageAnswer::No : MessageAnswer::Yes);
-                message.chop(no ? 3 : 0);
-            }
-            expected << message;
-        }
+        for (const QChar answer : std::as_const(c.answers))
+            m_prompt->answerNext(answer == 'Y' ? MessageAnswer::Yes : MessageAnswer::No);
         dlgOptions &dialog = openOptions();
 
         QCOMPARE(change(1, newDir),
             "Is this your correct Configuration path?|" + m_configs + "|" + m_configs);
-        QCOMPARE(askedMarkingNo(*m_prompt), expected);
-        QCOMPARE(listing(m_configs) + QStringList("new:") + listing(newDir),
-            c.oldAfter + QStringList("new:") + c.newAfter);
-        QCOMPARE(AppOptions().ConfigPath, newDir);
-        QCOMPARE(dialog.lblConfigPath->text(), c.labelShowsNew ? newDir : m_configs);
-        QVERIFY(dialog.PathsChanged);
+        const QStringList seen = askedMarkingNo(*m_prompt);
+        QCOMPARE(writtenDown(seen + QStringList { "old:" + listing(m_configs).join(','),
+                                 "new:" + listing(newDir).join(','), "shown:" + dialog.lblConfigPath->text() },
+                     m_root),
+            expectedSection("startup/configmove.txt"));
+        QVERIFY(dialog.PathsChanged && AppOptions().ConfigPath == newDir);
         // The same folder again changes nothing, even after a change.
         QCOMPARE(change(1, newDir).section('|', 2), newDir);
         QVERIFY(!dialog.PathsChanged);
-        QCOMPARE(askedMarkingNo(*m_prompt), expected);
+        QCOMPARE(askedMarkingNo(*m_prompt), seen);
     }
 
     // clang-format off
     void gameFolderChange_data()
     {
         QTest::addColumn<GameCase>("c"); // games chosen in turn, the box ticked before; the answer to save an unsaved list
-        QTest::newRow("same folder") << GameCase { { "A" }, false, 0, false, "" };
-        QTest::newRow("new folder, splash would wait") << GameCase { { "B" }, false, 1, true, "" };
-        QTest::newRow("new folder, splash closes itself") << GameCase { { "B" }, true, 1, true, "" };
-        QTest::newRow("new, then the same again") << GameCase { { "B", "B" }, false, 1, false, "" };
-        QTest::newRow("there and back") << GameCase { { "B", "A" }, true, 2, true, "" };
-        QTest::newRow("unsaved list, No drops it") << GameCase { { "B" }, false, 1, true, "No" };
-        QTest::newRow("unsaved list, Cancel keeps the game folder") << GameCase { { "B" }, false, 0, false, "Cancel" };
+        QTest::newRow("same folder") << GameCase { { "A" }, false, "" };
+        QTest::newRow("new folder, splash would wait") << GameCase { { "B" }, false, "" };
+        QTest::newRow("new folder, splash closes itself") << GameCase { { "B" }, true, "" };
+        QTest::newRow("new, then the same again") << GameCase { { "B", "B" }, false, "" };
+        QTest::newRow("there and back") << GameCase { { "B", "A" }, true, "" };
+        QTest::newRow("unsaved list, No drops it") << GameCase { { "B" }, false, "No" };
+        QTest::newRow("unsaved list, Cancel keeps the game folder") << GameCase { { "B" }, false, "Cancel" };
     }
     // clang-format on
 
     // A new game folder runs the start-up again for a fresh editor; a list
-    // not yet saved is offered for saving first.
+    // not yet saved is offered for saving first. Noted: the path dialogs, the
+    // messages, the unmatched files reported, the first model and the first
+    // bot's name, the game folder shown and the options file.
     void gameFolderChange()
     {
         QFETCH(GameCase, c);
-        QStringList expected;
         if (!c.unsaved.isEmpty()) {
             theForm<frmBots>().mnuFileNew->trigger();
             m_prompt->answerNext(c.unsaved == "No" ? MessageAnswer::No : MessageAnswer::Cancel);
-            expected << "Save Current Configuration?|Your current config is not saved.\r\n\r\n"
-                        "   Yes = Save current configuration and then restart.\r\n\r\n"
-                        "    No = Loose current configuration and then restart.\r\n\r\n"
-                        "Cancel = Cancel this operation.";
         }
         Roster().BotNames[0] = "Edited";
         dlgOptions &dialog = openOptions();
         dialog.chkAutoClose->setChecked(c.autoClose);
-        QStringList pathDialogs, expectedPathDialogs, expectedReports { "LostA.int" };
+        QStringList seen;
         QString game = m_gameA;
         for (const QString &name : std::as_const(c.games)) {
-            expectedPathDialogs << "Is this your correct UT Path?|Is this the correct Unreal "
-                                   "Tournament path to use?|"
-                    + game;
             const QPointer<frmBots> before = &theForm<frmBots>();
             const QString chosen = m_root + native("game" + name + "/");
-            pathDialogs << change(0, chosen);
+            seen << change(0, chosen);
             // The start-up runs again once Change has returned.
             QVERIFY(before);
             if (chosen != game && c.unsaved != "Cancel") {
-                expectedReports << "Lost" + name + ".int";
                 QTRY_VERIFY(!before && isFormLoaded<frmBots>() && dialog.OKButton->isEnabled());
                 QTRY_COMPARE(QApplication::activeWindow(), &dialog);
                 game = chosen;
             }
         }
-
-        QCOMPARE(pathDialogs, expectedPathDialogs);
-        QCOMPARE(askedMarkingNo(*m_prompt), expected + QStringList(c.restarts, RestartMessage));
-        QCOMPARE(m_reports, expectedReports);
-        QCOMPARE(theForm<frmBots>().cmbClass->itemText(0),
-            game == m_gameA ? "Male Commando" : "Female Soldier");
-        QCOMPARE(Roster().BotNames[0] == "Edited", c.restarts == 0);
-        QCOMPARE(AppOptions().AutoCloseSplash, qint16(c.autoClose ? 1 : 0));
         QVERIFY(!RestartRequested());
         QTRY_VERIFY(!isFormLoaded<frmSplash>());
         // The new main window, with the dialog still open and usable over it;
         // only game A has the boss package.
         QVERIFY(dialog.isVisible() && dialog.SSTab1->isEnabled());
         QCOMPARE(QApplication::activeModalWidget(), &dialog);
-        QCOMPARE(dialog.lblUTPath->text() + (dialog.Frame1->isEnabled() ? "|boss" : ""),
-            game + (game == m_gameA ? "|boss" : ""));
-        QCOMPARE(dialog.PathsChanged, c.pathsChanged);
         const QString optionsFile = m_root + native("program/options.ini");
-        QCOMPARE(readTestFile(optionsFile),
-            crlf({ "[SplashScreen]", c.restarts && c.autoClose ? "1" : "0", "", "[UTPath]", "0",
-                m_configs, game }));
+        seen += askedMarkingNo(*m_prompt) + m_reports;
+        seen << theForm<frmBots>().cmbClass->itemText(0) + "|" + Roster().BotNames[0]
+            << dialog.lblUTPath->text() + (dialog.Frame1->isEnabled() ? "|boss" : "")
+                + (dialog.PathsChanged ? "|changed" : "")
+            << "options.ini:" + readTestFile(optionsFile);
+        QCOMPARE(writtenDown(seen, m_root), expectedSection("startup/gamechange.txt"));
+        QCOMPARE(AppOptions().AutoCloseSplash, qint16(c.autoClose ? 1 : 0));
         QVERIFY(QFile::remove(optionsFile));
+        const bool pathsChanged = dialog.PathsChanged;
         okAndWait();
         QVERIFY(!isFormLoaded<dlgOptions>() && theForm<frmBots>().isVisible());
-        QCOMPARE(QFileInfo::exists(optionsFile), c.pathsChanged);
+        // Only a change of folders writes the options again.
+        QCOMPARE(QFileInfo::exists(optionsFile), pathsChanged);
     }
 
     void bossChoice_data()
