@@ -97,8 +97,15 @@ private slots:
             crlf({ "[SplashScreen]", "0", "", "[UTPath]", "0", m_configs, m_gameA })));
         AppOptions() = Options();
         m_reports.clear();
-        m_prompt = std::make_unique<ScriptedPrompt>();
-        Main();
+        {
+            // Should the start-up misread the options and ask for anything,
+            // its dialogs are cancelled and the quit it then offers is taken.
+            ScriptedPrompt quit;
+            quit.answerNext(MessageAnswer::Yes);
+            DialogScript script;
+            Main();
+            QVERIFY2(script.playedOut(), qPrintable(script.seen.join(',')));
+        }
         theForm<frmSplash>().cmdClose->click();
         QVERIFY(theForm<frmBots>().isVisible());
         // The splash keeps its box's state in the options when it goes.
@@ -108,6 +115,8 @@ private slots:
         theForm<dlgCorrectUTPath>().lblMessage->clear();
         theForm<dlgChangeConfigPath>().setWindowTitle("Locate Configuration Directory...");
         theForm<dlgChangeConfigPath>().lblMessage->clear();
+        // Last, as a failed start leaves no cleanup() to remove it.
+        m_prompt = std::make_unique<ScriptedPrompt>();
     }
 
     void cleanup()
