@@ -239,9 +239,8 @@ private slots:
         QCOMPARE(writtenDown(m_user->log, m_program), expectedSection("startup/sequence.txt"));
         if (end == "ended") {
             // Nothing is left to go on with: the program ends.
-            QVERIFY(!isFormLoaded<frmSplash>() && !isFormLoaded<frmBots>());
-            for (const QWidget *window : QApplication::topLevelWidgets())
-                QVERIFY(!window->isVisible());
+            QVERIFY(!isFormLoaded<frmSplash>() && !isFormLoaded<frmBots>()
+                && std::ranges::none_of(QApplication::topLevelWidgets(), &QWidget::isVisible));
             return;
         }
         // Ended or not, the splash can always be left.
@@ -252,11 +251,21 @@ private slots:
             QVERIFY(!isFormLoaded<frmBots>() || !theForm<frmBots>().isVisible());
             return;
         }
-        verifyEditorPrepared(end == "demo" ? 5 : 1);
-        QVERIFY(!theForm<frmBots>().isVisible());
-        QCOMPARE(theForm<frmSplash>().message(), finished);
-        QCOMPARE(AppOptions().UTPath + "|" + AppOptions().ConfigPath,
-            (end == "demo" ? demo : m_game) + "|" + m_configs);
+        // The editor as the start-up leaves it, hidden: a new list of
+        // defaults, nothing to edit or save yet, every model to choose from.
+        const frmBots &bots = theForm<frmBots>();
+        QCOMPARE(bots.cmbBot->itemText(bots.cmbBot->count() - 1), "Bot 31");
+        QVERIFY(bots.cmbBot->currentIndex() == 0 && bots.cmbClass->currentIndex() == 0
+            && bots.cmbClass->count() >= (end == "demo" ? 5 : 1) && !bots.txtName->isEnabled()
+            && !bots.cmbClass->isEnabled() && !bots.mnuFileSave->isEnabled()
+            && !bots.mnuFileSaveAs->isEnabled() && bots.chkJumpy->text().isEmpty()
+            && bots.IsSaved() && !bots.isVisible());
+        BotRoster defaults;
+        SetDefaults(defaults);
+        QVERIFY(Roster() == defaults);
+        QCOMPARE(theForm<frmSplash>().message() + "|" + AppOptions().UTPath + "|"
+                + AppOptions().ConfigPath,
+            finished + "|" + (end == "demo" ? demo : m_game) + "|" + m_configs);
         QCOMPARE(
             QFileInfo(m_configs).isDir(), m_user->log.join(",").contains("dlg:dlgChangeConfigPath"));
         // Main never writes the options; the main window does when it
@@ -290,15 +299,15 @@ private slots:
         QPointer<frmSplash> splash;
         m_reportAction = [&] {
             splash = &theForm<frmSplash>();
-            QCOMPARE(&currentProgress(), static_cast<Progress *>(splash.data()));
-            const Qt::CheckState fromFile[] = { Qt::Unchecked, Qt::Checked, Qt::PartiallyChecked };
-            QCOMPARE(splash->chkAutoClose->checkState(), fromFile[c.autoClose.toInt()]);
-            // Enter does nothing until Close can be pressed.
-            QVERIFY(!splash->cmdClose->isEnabled());
+            // The box as the file has it (0, 1 or 2); Enter does nothing until
+            // Close can be pressed; the path dialogs' lift is a little less
+            // than half an inch.
             QTest::keyClick(splash->chkAutoClose, Qt::Key_Return);
-            // A little less than half an inch.
-            QVERIFY(splash && splash->isVisible() && PathDialogLift(*splash) > 30
-                && PathDialogLift(*splash) < 60);
+            QVERIFY(splash && &currentProgress() == static_cast<Progress *>(splash.data())
+                && splash->chkAutoClose->checkState()
+                    == (QList { Qt::Unchecked, Qt::Checked, Qt::PartiallyChecked }).at(c.autoClose.toInt())
+                && !splash->cmdClose->isEnabled() && splash->isVisible()
+                && PathDialogLift(*splash) > 30 && PathDialogLift(*splash) < 60);
             if (c.tickWhileStarting >= 0)
                 splash->chkAutoClose->setCheckState(Qt::CheckState(c.tickWhileStarting));
         };
@@ -307,9 +316,8 @@ private slots:
         const Progress *splashProgress = splash.data();
 
         const bool waits = c.boxAtClose >= 0;
-        QCOMPARE(AppOptions().AutoCloseSplash, qint16(waits ? 0 : 1));
-        QCOMPARE(theForm<frmBots>().isVisible(), !waits);
-        QCOMPARE(splash->isVisible(), waits);
+        QVERIFY(AppOptions().AutoCloseSplash == !waits && theForm<frmBots>().isVisible() == !waits
+            && splash->isVisible() == waits);
         if (waits) {
             QCOMPARE(splash->message(), finished);
             splash->chkAutoClose->setCheckState(Qt::CheckState(c.boxAtClose));
@@ -324,13 +332,11 @@ private slots:
                 QTest::keyClick(splash->chkAutoClose, Qt::Key_Return);
             else
                 splash->cmdClose->click();
-            QCOMPARE(splashShownAtHandOver, QList<bool> { true });
-            QVERIFY(theForm<frmBots>().isVisible());
+            QVERIFY(splashShownAtHandOver == QList<bool> { true } && theForm<frmBots>().isVisible());
         }
         QCOMPARE(AppOptions().AutoCloseSplash, qint16(c.stored));
         QTRY_VERIFY(!splash);
         QVERIFY(&currentProgress() != splashProgress); // a splash gone no longer shows progress
-        verifyEditorPrepared(1);
     }
 
 private:
@@ -342,23 +348,6 @@ private:
     QByteArray validOptions(const QString &autoClose = "0") const
     {
         return optionsFile(autoClose, "0", m_configs, m_game);
-    }
-
-    // The editor as the start-up leaves it: a new list of defaults, nothing
-    // to edit or save yet, and at least `models` to choose from.
-    void verifyEditorPrepared(int models)
-    {
-        QVERIFY(isFormLoaded<frmBots>());
-        const frmBots &bots = theForm<frmBots>();
-        QCOMPARE(bots.cmbBot->itemText(bots.cmbBot->count() - 1), "Bot 31");
-        QVERIFY(bots.cmbBot->currentIndex() == 0 && bots.cmbClass->currentIndex() == 0
-            && bots.cmbClass->count() >= models && !bots.txtName->isEnabled()
-            && !bots.cmbClass->isEnabled() && !bots.mnuFileSave->isEnabled()
-            && !bots.mnuFileSaveAs->isEnabled() && bots.chkJumpy->text().isEmpty()
-            && bots.IsSaved());
-        BotRoster defaults;
-        SetDefaults(defaults);
-        QVERIFY(Roster() == defaults);
     }
 
     QTemporaryDir m_dir;
