@@ -67,10 +67,8 @@ private:
             const QPoint off = dialog->pos()
                 - QPoint(place.left() + (place.width() - dialog->width()) / 2,
                     place.top() + (place.height() - dialog->height()) / 2 - PathDialogLift(splash));
-            seen += QStringList(
-                { "", splash.message(), dialog->windowTitle(), path->lblMessage->text(),
-                    QString("%1,%2").arg(off.x()).arg(off.y()) })
-                        .join('|');
+            seen += "|" + splash.message() + "|" + dialog->windowTitle() + "|"
+                + path->lblMessage->text() + QString("|%1,%2").arg(off.x()).arg(off.y());
         }
         note(seen);
         if (game && gameDir == "<Escape>")
@@ -258,16 +256,16 @@ private slots:
         QVERIFY(bots.cmbBot->currentIndex() == 0 && bots.cmbClass->currentIndex() == 0
             && bots.cmbClass->count() >= (end == "demo" ? 5 : 1) && !bots.txtName->isEnabled()
             && !bots.cmbClass->isEnabled() && !bots.mnuFileSave->isEnabled()
-            && !bots.mnuFileSaveAs->isEnabled() && bots.chkJumpy->text().isEmpty()
-            && bots.IsSaved() && !bots.isVisible());
+            && !bots.mnuFileSaveAs->isEnabled() && bots.chkJumpy->text().isEmpty() && bots.IsSaved()
+            && !bots.isVisible());
         BotRoster defaults;
         SetDefaults(defaults);
         QVERIFY(Roster() == defaults);
         QCOMPARE(theForm<frmSplash>().message() + "|" + AppOptions().UTPath + "|"
                 + AppOptions().ConfigPath,
             finished + "|" + (end == "demo" ? demo : m_game) + "|" + m_configs);
-        QCOMPARE(
-            QFileInfo(m_configs).isDir(), m_user->log.join(",").contains("dlg:dlgChangeConfigPath"));
+        QCOMPARE(QFileInfo(m_configs).isDir(),
+            m_user->log.join(",").contains("dlg:dlgChangeConfigPath"));
         // Main never writes the options; the main window does when it
         // closes, which also repairs the file.
         QCOMPARE(QFileInfo::exists(m_program + "options.ini"), !options.isEmpty());
@@ -305,7 +303,8 @@ private slots:
             QTest::keyClick(splash->chkAutoClose, Qt::Key_Return);
             QVERIFY(splash && &currentProgress() == static_cast<Progress *>(splash.data())
                 && splash->chkAutoClose->checkState()
-                    == (QList { Qt::Unchecked, Qt::Checked, Qt::PartiallyChecked }).at(c.autoClose.toInt())
+                    == (QList { Qt::Unchecked, Qt::Checked, Qt::PartiallyChecked })
+                           .at(c.autoClose.toInt())
                 && !splash->cmdClose->isEnabled() && splash->isVisible()
                 && PathDialogLift(*splash) > 30 && PathDialogLift(*splash) < 60);
             if (c.tickWhileStarting >= 0)
@@ -332,7 +331,8 @@ private slots:
                 QTest::keyClick(splash->chkAutoClose, Qt::Key_Return);
             else
                 splash->cmdClose->click();
-            QVERIFY(splashShownAtHandOver == QList<bool> { true } && theForm<frmBots>().isVisible());
+            QVERIFY(
+                splashShownAtHandOver == QList<bool> { true } && theForm<frmBots>().isVisible());
         }
         QCOMPARE(AppOptions().AutoCloseSplash, qint16(c.stored));
         QTRY_VERIFY(!splash);
