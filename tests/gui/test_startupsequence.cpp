@@ -327,10 +327,8 @@ private slots:
                 splashShownAtHandOver << splash->isVisible();
                 show();
             };
-            if (c.enter)
-                QTest::keyClick(splash->chkAutoClose, Qt::Key_Return);
-            else
-                splash->cmdClose->click();
+            c.enter ? QTest::keyClick(splash->chkAutoClose, Qt::Key_Return)
+                    : splash->cmdClose->click();
             QVERIFY(
                 splashShownAtHandOver == QList<bool> { true } && theForm<frmBots>().isVisible());
         }

@@ -9,9 +9,10 @@
 // The non-blank lines of the test data file `name` under the heading "[tag]"
 // (the current row's tag unless given), up to the next heading: what a row of
 // a table is expected to produce, kept out of the code where it is long.
-inline QStringList expectedSection(const QString &name, QString tag = QTest::currentDataTag())
+inline QStringList expectedSection(
+    const QString &name, const QString &tag = QTest::currentDataTag())
 {
-    const QStringList lines = QString(readTestFile(testDataDir() + name)).split('\n');
+    const QStringList lines = QString(readTestFile(testDataDir() + name)).remove('\r').split('\n');
     const qsizetype start = lines.indexOf('[' + tag + ']') + 1;
     qsizetype end = start;
     while (start > 0 && end < lines.size() && !lines.at(end).startsWith('['))
