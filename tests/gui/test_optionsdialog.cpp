@@ -263,7 +263,8 @@ private slots:
         QCOMPARE(writtenDown(seen, m_root), expectedSection("startup/gamechange.txt"));
         QVERIFY(QFile::remove(optionsFile));
         const bool pathsChanged = dialog.PathsChanged;
-        okAndWait();
+        theForm<dlgOptions>().OKButton->click();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QVERIFY(!isFormLoaded<dlgOptions>() && theForm<frmBots>().isVisible());
         // Only a change of folders writes the options again.
         QCOMPARE(QFileInfo::exists(optionsFile), pathsChanged);
@@ -307,7 +308,8 @@ private slots:
             dialog = &openOptions();
             QVERIFY(dialog->optChoice.at(shown)->isChecked());
         }
-        okAndWait();
+        theForm<dlgOptions>().OKButton->click();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QVERIFY((readTestFile(package) != before) == c.written && m_prompt->messages().isEmpty());
         if (c.click >= 0 && !c.reopen)
             QCOMPARE(ReadBossMode(m_gameA), BossModeOfChoice(c.click));
@@ -342,12 +344,6 @@ private:
         dialog.optPathChange.at(option)->click();
         dialog.cmdChange->click();
         return script.playedOut() ? seen : "not played out: " + script.seen.join(',');
-    }
-
-    void okAndWait()
-    {
-        theForm<dlgOptions>().OKButton->click();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
     std::unique_ptr<QTemporaryDir> m_dir;
