@@ -1,0 +1,31 @@
+#pragma once
+
+#include "testfiles.h"
+
+#include <QRegularExpression>
+#include <QStringList>
+#include <QTest>
+
+// The non-blank lines of the test data file `name` under the heading "[tag]"
+// (the current row's tag unless given), up to the next heading: what a row of
+// a table is expected to produce, kept out of the code where it is long.
+inline QStringList expectedSection(
+    const QString &name, const QString &tag = QTest::currentDataTag())
+{
+    const QStringList lines = QString(readTestFile(testDataDir() + name)).remove('\r').split('\n');
+    const qsizetype start = lines.indexOf('[' + tag + ']') + 1;
+    qsizetype end = start;
+    while (start > 0 && end < lines.size() && !lines.at(end).startsWith('['))
+        ++end;
+    return start > 0 ? lines.mid(start, end - start).filter(QRegularExpression("."))
+                     : QStringList { "no [" + tag + "] in " + name };
+}
+
+// `lines` as such a file holds them: line breaks written out as \r\n and \n,
+// and `root` (a path ending with a separator) as "<root>/".
+inline QStringList writtenDown(QStringList lines, const QString &root)
+{
+    for (QString &line : lines)
+        line.replace(root, "<root>/").replace("\r\n", "\\r\\n").replace('\n', "\\n");
+    return lines;
+}
