@@ -75,6 +75,8 @@ void act(frmBots &f, const QString &steps)
                 dlgDescr &d = theForm<dlgDescr>();
                 QCOMPARE(d.txtDescr->toPlainText(), Roster().Description);
                 d.txtDescr->setPlainText(value);
+                // Restored from the task bar, it keeps what was typed.
+                spontaneous(&d, QShowEvent());
                 (apply ? d.cmdSave : d.CancelButton)->click();
             });
             f.cmdDescr->click();

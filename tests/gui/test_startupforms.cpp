@@ -3,14 +3,12 @@
 
 #include "configfiles/fileops.h"
 #include "configfiles/forms/dlgChangePath.h"
-#include "configfiles/forms/dlgDescr.h"
 #include "configfiles/forms/dlgError.h"
 #include "startup/forms/dlgChangeConfigPath.h"
 #include "startup/forms/dlgCorrectUTPath.h"
 #include "startup/forms/frmSplash.h"
 
 #include <QPainter>
-#include <QPlainTextEdit>
 
 class TestStartupForms : public QObject
 {
@@ -229,17 +227,6 @@ private slots:
             "Error Number: 53|Unknown Error has occured in Sub Main");
         QVERIFY(dialog.lblErrFileLoc->text().startsWith(ProgramDir() + "ErrNum53_")
             && !dialog.isVisible());
-    }
-
-    // Restored from the task bar it keeps what is typed (the editor's tests
-    // cover what a showing starts from and what Apply changes).
-    void descriptionKeptOnRestore()
-    {
-        dlgDescr dialog;
-        dialog.show();
-        dialog.txtDescr->setPlainText("Fast bots only");
-        spontaneous(&dialog, QShowEvent());
-        QCOMPARE(dialog.txtDescr->toPlainText(), "Fast bots only");
     }
 
     // One picture pixel per box pixel, so a step moves the band by exactly
