@@ -1,4 +1,5 @@
 #include "bosspackage.h"
+#include "expectedfile.h"
 #include "formtesting.h"
 #include "urlrecorder.h"
 
@@ -160,47 +161,31 @@ private slots:
         QVERIFY(m_prompt->messages().isEmpty());
     }
 
-    // clang-format off
+    // What each button of the report and of the editor says, or opens on
+    // the desktop, is in catalogue/forms.txt.
     void buttonsSayOrOpen_data()
     {
-        QTest::addColumn<QString>("button");  // of frmBadFiles, or of frmPattern
-        QTest::addColumn<QString>("message"); // "title|text", %1 the saved list's path
-        QTest::addColumn<QString>("opened");  // in the program's directory, %1 the saved list
-
-        QTest::newRow("report help") << "cmdHelp" << "" << "help/index.html#unmatched-skins";
-        QTest::newRow("save list") << "cmdSaveToFile" << "File Created|File Created:\r\n%1" << "";
-        QTest::newRow("save list and open it") << "cmdSaveOpen" << "" << "%1";
-        QTest::newRow("set pattern help") << "cmdHelpAddPattern"
-            << "This is how to set a pattern...|1. Choose one Skin at a time in the list box.\r\n2. Choose the Model in the combo box.\r\n"
-               "3. Click the SET PATTERN button.\r\n4. Repeat and then click FINISHED when done." << "";
-        QTest::newRow("remove pattern help") << "cmdHelpRemovePattern"
-            << "This is how to remove a pattern...|1. Choose one Skin at a time in the list box.\r\n"
-               "2. Click the REMOVE PATTERN button.\r\n3. Repeat on each pattern you want to remove." << "";
+        QTest::addColumn<QString>("button"); // of frmBadFiles, or of frmPattern
+        for (const char *button : { "cmdHelp", "cmdSaveToFile", "cmdSaveOpen", "cmdHelpAddPattern",
+                 "cmdHelpRemovePattern" })
+            QTest::newRow(button) << QString(button);
     }
-    // clang-format on
 
     void buttonsSayOrOpen()
     {
         QFETCH(QString, button);
-        QFETCH(QString, message);
-        QFETCH(QString, opened);
         UrlRecorder recorder;
         QDesktopServices::setUrlHandler("file", &recorder, "open");
         auto *pushed = theForm<frmBadFiles>().findChild<QPushButton *>(button);
         (pushed ? pushed : theForm<frmPattern>().findChild<QPushButton *>(button))->click();
         QDesktopServices::unsetUrlHandler("file");
-
-        const QStringList saved = QDir(m_dir->path()).entryList({ "UnMatched_Files_*.txt" });
-        const QString savedPath = saved.isEmpty() ? QString() : ProgramDir() + saved.constFirst();
-        QStringList said = m_prompt->transcript(), expected;
+        QStringList said = m_prompt->transcript();
         for (const QUrl &url : std::as_const(recorder.opened))
-            said << QDir::cleanPath(url.toLocalFile())
+            said << "opened " + QDir::cleanPath(url.toLocalFile())
                     + (url.hasFragment() ? '#' + url.fragment() : "");
-        if (!message.isEmpty())
-            expected << QString(message).replace("%1", savedPath);
-        if (!opened.isEmpty())
-            expected << QDir::cleanPath(opened == "%1" ? savedPath : m_dir->filePath(opened));
-        QCOMPARE(said, expected);
+        QCOMPARE(
+            saidHere(said.replaceInStrings(QRegularExpression("_Files_[^.]+"), "_Files_<time>")),
+            expectedSection("catalogue/forms.txt"));
     }
 
     // clang-format off
@@ -257,27 +242,21 @@ private slots:
         QCOMPARE(askedMarkingNo(*m_prompt), c.messages);
     }
 
-    // clang-format off
+    // What the failure says is in catalogue/forms.txt.
     void failedWriteAsksToTryAgain_data()
     {
         QTest::addColumn<bool>("pattern"); // the pattern editor, else the boss dialog
         QTest::addColumn<bool>("tryAgain");
-        QTest::addColumn<QString>("message"); // %1 the test directory
-
-        const QString pattern = "pattern.ini|The skin pattern file could not be written:\r\nCan't create the lock file pattern.ini.lock: %1/gone/pattern.ini.lock\r\n\r\nTry again? (No goes on with pattern.ini as it was.)";
-        const QString boss = "Which WarBoss and Xan II models to use?|skeletalcharsfix313.int could not be changed:\r\nCan't create the lock file skeletalcharsfix313.int.lock: %1/System/skeletalcharsfix313.int.lock\r\n\r\nTry again? (No leaves the file as it is.)";
-        QTest::newRow("pattern.ini, Yes stays") << true << true << pattern;
-        QTest::newRow("pattern.ini, No goes on without patterns") << true << false << pattern;
-        QTest::newRow("boss package, Yes stays") << false << true << boss;
-        QTest::newRow("boss package, No closes") << false << false << boss;
+        QTest::newRow("pattern.ini, Yes stays") << true << true;
+        QTest::newRow("pattern.ini, No goes on without patterns") << true << false;
+        QTest::newRow("boss package, Yes stays") << false << true;
+        QTest::newRow("boss package, No closes") << false << false;
     }
-    // clang-format on
 
     void failedWriteAsksToTryAgain()
     {
         QFETCH(bool, pattern);
         QFETCH(bool, tryAgain);
-        QFETCH(QString, message);
         QDialog *dialog = &theForm<dlgNewBoss>(); // the game has no boss package
         if (pattern) {
             ContinueToPatternEditor({ guy });
@@ -294,8 +273,7 @@ private slots:
         dialog->findChild<QPushButton *>(pattern ? "cmdFinished" : "OKButton")->click();
 
         QCOMPARE(dialog->isVisible(), tryAgain);
-        QCOMPARE(m_prompt->transcript(),
-            QStringList { message.arg(QDir::toNativeSeparators(m_dir->path())) });
+        QCOMPARE(saidHere(m_prompt->transcript()), expectedSection("catalogue/forms.txt"));
         QCOMPARE(m_prompt->messages().constFirst().buttons, MessageButtons::YesNo);
         QVERIFY(!Catalogue().ReparseRequested);
         if (!pattern)
@@ -303,29 +281,25 @@ private slots:
                 && !QFile::exists(BossPackagePath(AppOptions().UTPath)));
     }
 
+    // What the dialog says of the file's mode is in catalogue/forms.txt.
     void bossDialogWritesTheMode_data()
     {
-        QTest::addColumn<QList<int>>(
-            "modes"); // the file's, the choice shown, the one chosen, the mode written
-        QTest::addColumn<QString>("shownText");
-        const QString both = "Currently both boss models are turned on.  You only need one turned "
-                             "on.  I recommend the first choice below.";
-        const QString marked = "Your current choice is marked below.";
-        QTest::newRow("both on, keep") << QList<int> { 0, 2, 2, 0 } << both;
-        QTest::newRow("both on, choose plain") << QList<int> { 0, 2, 0, 1 } << both;
-        QTest::newRow("plain on, choose male") << QList<int> { 1, 0, 1, 2 } << marked;
-        QTest::newRow("male on, choose both") << QList<int> { 2, 1, 2, 0 } << marked;
+        // the file's mode, the choice shown, the one chosen, the mode written
+        QTest::addColumn<QList<int>>("modes");
+        QTest::newRow("both on, keep") << QList<int> { 0, 2, 2, 0 };
+        QTest::newRow("both on, choose plain") << QList<int> { 0, 2, 0, 1 };
+        QTest::newRow("plain on, choose male") << QList<int> { 1, 0, 1, 2 };
+        QTest::newRow("male on, choose both") << QList<int> { 2, 1, 2, 0 };
     }
 
     void bossDialogWritesTheMode()
     {
         QFETCH(QList<int>, modes);
-        QFETCH(QString, shownText);
         QVERIFY(writeTestFile(
             m_dir->filePath("System/SkeletalCharsFix313.int"), bossPackageText(modes[0])));
         dlgNewBoss &dialog = theForm<dlgNewBoss>();
         dialog.show();
-        QCOMPARE(dialog.lblBossChoice->text(), shownText);
+        QCOMPARE(QStringList(dialog.lblBossChoice->text()), expectedSection("catalogue/forms.txt"));
         QCOMPARE(dialog.findChildren<QRadioButton *>("optChoice"), dialog.optChoice);
         QVERIFY(dialog.optChoice.at(modes[1])->isChecked());
         QCOMPARE(dialog.focusWidget(), dialog.optChoice.at(modes[1]));
@@ -337,6 +311,11 @@ private slots:
     }
 
 private:
+    QStringList saidHere(const QStringList &said) const
+    {
+        return writtenDown(said, QDir::toNativeSeparators(m_dir->path() + '/'));
+    }
+
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<ScriptedPrompt> m_prompt;
 };

@@ -4,7 +4,6 @@
 #include "urlrecorder.h"
 
 #include "configfiles/configfile.h"
-#include "configfiles/configname.h"
 #include "configfiles/forms/dlgLaunchUT.h"
 #include "configfiles/gameinstallation.h"
 #include "configfiles/textfile.h"
@@ -175,9 +174,9 @@ private slots:
     }
 
     // Help's entries and the partner logo open their pages on the desktop;
-    // About shows the version the splash screen does, and only its OK closes it.
-    // A screen reader can name every control of the window and of About (and
-    // of each dialog a session meets).
+    // About shows the version the splash screen does (its screenshot walks
+    // it). A screen reader can name every control of the window (and of each
+    // dialog a session meets).
     void helpMenu()
     {
         UrlRecorder desktop;
@@ -195,17 +194,13 @@ private slots:
                 QUrl(QUORVANE_PARTNER_URL) }));
 
         QString version;
-        QStringList unnamed = unreachedOrUnnamed(&f);
         DialogScript script;
-        script.then<frmAbout>([&](frmAbout &d) {
-            version = d.lblVersion->text(), unnamed << unreachedOrUnnamed(&d), d.cmdOK->click();
-        });
+        script.then<frmAbout>(
+            [&](frmAbout &d) { version = d.lblVersion->text(), d.cmdOK->click(); });
         f.mnuHelpAbout->trigger();
-        QCOMPARE(script.seen, QStringList { "frmAbout" });
-        QCOMPARE(unnamed, QStringList());
+        QVERIFY(script.playedOut() && unreachedOrUnnamed(&f).isEmpty());
         QVERIFY2(!version.isEmpty() && frmSplash().lblVersion->text().startsWith(version),
             qPrintable(version));
-        QVERIFY(!theForm<frmAbout>().windowFlags().testFlag(Qt::WindowCloseButtonHint));
     }
 
 private:
