@@ -2,6 +2,7 @@
 #include "roster/classchoices.h"
 #include "roster/rostercheck.h"
 #include "samplecatalogue.h"
+#include "testfiles.h"
 
 #include <QTest>
 
@@ -37,33 +38,44 @@ private slots:
                 { "CommandoSkins.cmdo2Blake", "" } }));
     }
 
-    void findsStoredNames_data()
+    // Stored names (class|skin|face|voice) are found in the installed content
+    // in any capitals, a face in its short or long form; then what a slot
+    // holding them uses that is not installed. Free slots have empty names:
+    // an empty stored name must not land on one.
+    void storedNames()
     {
-        QTest::addColumn<QString>("stored"); // class|skin|face
-        QTest::addColumn<QList<qsizetype>>("indexes");
-        using I = QList<qsizetype>;
-        // clang-format off
-        QTest::newRow("default roster, short face") << "BotPack.TMale1Bot|CommandoSkins.cmdo|CommandoSkins.Gorn" << I { 0, 0, 1 };
-        QTest::newRow("long face") << "BotPack.TMale1Bot|CommandoSkins.daco|CommandoSkins.daco2Boris" << I { 0, 1, 1 };
-        QTest::newRow("any case") << "botpack.tfemale1bot|FCOMMANDOSKINS.GOTH|fcommandoskins.visse" << I { 1, 0, 1 };
-        QTest::newRow("not installed") << "BotPack.TMale2Bot|SoldierSkins.blkt|SoldierSkins.Malcom" << I { 0, 0, 0 };
-        QTest::newRow("face of another skin") << "BotPack.TMale1Bot|CommandoSkins.cmdo|CommandoSkins.Boris" << I { 0, 0, 0 };
-        // Free slots have empty names; an empty stored name must not land on one.
-        QTest::newRow("empty names") << "||" << I { 0, 0, 0 };
-        QTest::newRow("add-on without skins") << "mymods.robot||" << I { 3, 0, 0 };
-        // clang-format on
-    }
-
-    void findsStoredNames()
-    {
-        QFETCH(QString, stored);
-        const QList<MISCLASS> classes = SampleCatalogue().MISCCLASSES;
-        const QStringList names = stored.split('|');
-        const qsizetype classIndex = FindClassIndex(classes, names.at(0));
-        const qsizetype skinIndex = FindSkinIndex(classes, classIndex, names.at(1));
-        QTEST((QList<qsizetype> { classIndex, skinIndex,
-                  FindFaceIndex(classes, classIndex, skinIndex, names.at(2)) }),
-            "indexes");
+        const ModelCatalogue sample = SampleCatalogue();
+        QStringList found;
+        for (const QString bot :
+            { "BotPack.TMale1Bot|CommandoSkins.cmdo|CommandoSkins.Gorn|BotPack.VoiceMaleOne",
+                "BotPack.TMale1Bot|CommandoSkins.daco|CommandoSkins.daco2Boris|",
+                "botpack.tfemale1bot|FCOMMANDOSKINS.GOTH|fcommandoskins.visse|(NONE)",
+                "botpack.tmale1bot|commandoskins.CMDO|CommandoSkins.Blake|BotPack.VoiceMaleOne",
+                "BotPack.TMale1Bot|SoldierSkins.blkt|SoldierSkins.Malcom|BotPack.VoiceGone",
+                "BotPack.TMale1Bot|CommandoSkins.cmdo|CommandoSkins.Boris|",
+                "BotPack.TMale1Bot|FCommandoSkins.goth|FCommandoSkins.Cryss|",
+                "MyMods.Gone|CommandoSkins.cmdo|CommandoSkins.cmdo2Gorn|(NONE)", "|||",
+                "mymods.robot|||" }) {
+            const QStringList names = bot.split('|');
+            const qsizetype classIndex = FindClassIndex(sample.MISCCLASSES, names.at(0));
+            const qsizetype skinIndex = FindSkinIndex(sample.MISCCLASSES, classIndex, names.at(1));
+            found << QString("%1: %2 %3 %4")
+                         .arg(bot)
+                         .arg(classIndex)
+                         .arg(skinIndex)
+                         .arg(
+                             FindFaceIndex(sample.MISCCLASSES, classIndex, skinIndex, names.at(2)));
+            BotRoster roster;
+            roster.BotClasses[5] = names.at(0);
+            roster.BotSkins[5] = names.at(1);
+            roster.BotFaces[5] = names.at(2);
+            roster.VoiceType[5] = names.at(3);
+            for (const SlotProblem &problem : CheckSlot(roster, 5, sample)) {
+                QVERIFY(problem.slot == 5 && problem.value == names.at(int(problem.field)));
+                found << "  " + SlotFieldName(problem.field) + ": " + problem.text;
+            }
+        }
+        QCOMPARE(found, testDataLines("roster/stored-names.txt"));
     }
 
     // The commandos, the boss, an add-on with "female" in its name, an add-on
@@ -86,40 +98,6 @@ private slots:
                 "Female One,Female Two,", "Male One,Male Two,Male One,Male Two,", "", "Boss Voice,",
                 "" }));
         QCOMPARE(VoiceCaptions(sample, 0).last(), "(None Choosen)");
-    }
-
-    void checkSlot_data()
-    {
-        QTest::addColumn<QString>("bot"); // class|skin|face|voice
-        QTest::addColumn<QStringList>("problems");
-        // clang-format off
-        QTest::newRow("installed, any capitals, short face name") << "botpack.tmale1bot|commandoskins.CMDO|CommandoSkins.Blake|BotPack.VoiceMaleOne" << QStringList();
-        QTest::newRow("class gone, its skin installed") << "MyMods.Gone|CommandoSkins.cmdo|CommandoSkins.cmdo2Gorn|(NONE)" << QStringList { "class: Class \"MyMods.Gone\" is not installed" };
-        QTest::newRow("no class") << "|||" << QStringList { "class: No class is set" };
-        QTest::newRow("skin, face and voice gone") << "BotPack.TMale1Bot|SoldierSkins.blkt|SoldierSkins.Malcom|BotPack.VoiceGone"
-            << QStringList { "skin: Skin \"SoldierSkins.blkt\" is not installed", "face: Face \"SoldierSkins.Malcom\" is not installed",
-                   "voice: Voice \"BotPack.VoiceGone\" is not installed" };
-        QTest::newRow("skin of another model") << "BotPack.TMale1Bot|FCommandoSkins.goth|FCommandoSkins.Cryss|" << QStringList { "skin: Skin \"FCommandoSkins.goth\" is not a skin of the class \"Male Commando\"" };
-        QTest::newRow("face of another skin") << "BotPack.TMale1Bot|CommandoSkins.cmdo|CommandoSkins.Luthor|" << QStringList { "face: Face \"CommandoSkins.Luthor\" is not a face of the skin \"Commando\"" };
-        // clang-format on
-    }
-
-    void checkSlot()
-    {
-        QFETCH(QString, bot);
-        const QStringList names = bot.split('|');
-        BotRoster roster;
-        roster.BotClasses[5] = names.at(0);
-        roster.BotSkins[5] = names.at(1);
-        roster.BotFaces[5] = names.at(2);
-        roster.VoiceType[5] = names.at(3);
-        QStringList found;
-        for (const SlotProblem &problem : CheckSlot(roster, 5, SampleCatalogue())) {
-            QCOMPARE(problem.slot, 5);
-            QCOMPARE(problem.value, names.at(int(problem.field)));
-            found.append(SlotFieldName(problem.field) + ": " + problem.text);
-        }
-        QTEST(found, "problems");
     }
 
     // Every one of the 14 fields goes into the slot and comes back out; a

@@ -7,10 +7,7 @@
 #include "testfiles.h"
 
 #include <QDir>
-#include <QRegularExpression>
 #include <QTest>
-
-#include <functional>
 
 namespace {
 
@@ -23,52 +20,31 @@ QStringList sectionOf(BotRoster roster)
     return lines.mid(lines.indexOf(Header) + 1);
 }
 
-// The default roster's section, changed: "Key=value" replaces the line of
-// that key in any capitals (or is added), "+Key=value" is added, "-Key"
-// removes the key's lines (of every slot without an index), "@reverse"
-// turns the order round.
+// The default roster's section, changed: "Key=value" takes the place of the
+// lines of that key in any capitals, "+Key=value" is added beside them,
+// "-Key" removes them (of every slot without an index), "@reverse" turns the
+// order round.
 QStringList section(const QStringList &changes)
 {
     BotRoster defaults;
     SetDefaults(defaults);
     QStringList lines = sectionOf(defaults);
-    const auto keyOf = [](const QString &line) { return line.section('=', 0, 0); };
     for (const QString &change : changes) {
-        if (change == "@reverse")
+        if (change == "@reverse") {
             std::reverse(lines.begin(), lines.end());
-        else if (change.startsWith('+'))
-            lines.append(change.mid(1));
-        else if (change.startsWith('-'))
+            continue;
+        }
+        const bool add = change.startsWith('+'), remove = change.startsWith('-');
+        const QString key = change.section('=', 0, 0).mid(remove ? 1 : 0);
+        if (!add)
             lines.removeIf([&](const QString &line) {
-                return keyOf(line) == change.mid(1) || line.startsWith(change.mid(1) + '[');
+                return line.section('=', 0, 0).compare(key, Qt::CaseInsensitive) == 0
+                    || line.startsWith(key + '[');
             });
-        else if (const qsizetype at = lines.indexOf(
-                     QRegularExpression('^' + QRegularExpression::escape(keyOf(change)) + "=.*",
-                         QRegularExpression::CaseInsensitiveOption));
-                 at >= 0)
-            lines[at] = change;
-        else
-            lines.append(change);
+        if (!remove)
+            lines.append(change.mid(add ? 1 : 0));
     }
     return lines;
-}
-
-// The five sliders, so that one table can name the converters to use.
-enum Slider { Skill, Accuracy, Alertness, Camping, Strafing };
-
-QString textOf(int slider, qint16 &p, bool full)
-{
-    const std::function<QString()> texts[] = { [&] { return GetSkillText(p, full); },
-        [&] { return GetAccuracyText(p, full); }, [&] { return GetAlertnessText(p, full); },
-        [&] { return GetCampingText(p, full); }, [&] { return GetStrafingText(p, full); } };
-    return texts[slider]();
-}
-
-qint16 positionOf(int slider, const QString &line)
-{
-    qint16 (*const readers[])(const QString &) = { GetSkillPosition, GetAccuracyPosition,
-        GetAlertnessPosition, GetCampingPosition, GetStrafingPosition };
-    return readers[slider](line);
 }
 
 } // namespace
@@ -84,7 +60,6 @@ private slots:
     {
         const QString path = realWorldDir() + "vanilla-server/System/User.ini";
         const RosterImport import = ImportRoster(path, QDate(2024, 5, 1));
-        QVERIFY(import.sectionFound);
         QCOMPARE(import.problems, QStringList());
         const QStringList userIni = readAnsiLines(path);
         QCOMPARE(sectionOf(import.roster), userIni.mid(userIni.indexOf(Header) + 1, 451));
@@ -93,74 +68,51 @@ private slots:
     }
 
     // Keys in any order and capitals; what is missing or cannot be read
-    // keeps the default list's value. "expected" changes the default section.
-    void readsByKey_data()
-    {
-        QTest::addColumn<QStringList>("changes");
-        QTest::addColumn<QStringList>("expected");
-        QTest::addColumn<QStringList>("problems");
-        const auto row = [](const char *tag, const QStringList &changes,
-                             const QStringList &expected, const QStringList &problems = {}) {
-            QTest::newRow(tag) << changes << expected << problems;
-        };
-        row("reordered, any capitals",
-            { "@reverse", "botaccuracy[3]=0.350000", "DIFFICULTY=7", "BotNames[0]=Zed" },
-            { "BotAccuracy[3]=0.350000", "Difficulty=7", "BotNames[0]=Zed" });
-        row("partial",
-            { "-BotNames[4]", "-BotNames[9]", "-Difficulty", "-BotSkills", "-BotTeams[7]" }, {},
-            { "Difficulty: missing", "BotNames: missing for slots 4, 9",
-                "BotTeams: missing for slot 7", "BotSkills: missing" });
-        const QString unread = ": cannot be read";
-        row("garbled",
-            { "BotTeams[2]=7", "BotTeams[4]=65536", "BotAccuracy[5]=high", "bRandomOrder=maybe",
-                "Difficulty=8", "BotJumpy[3]=", "garbage", "=x", "BotNames[40]=Nobody",
-                "BotNames[1] =Spaced", "@reverse", "+BotNames[0]=Second" },
-            {},
-            { "bRandomOrder=maybe" + unread, "Difficulty=8" + unread, "BotTeams[2]=7" + unread,
-                "BotTeams[4]=65536" + unread, "BotAccuracy[5]=high" + unread,
-                "BotJumpy[3]=" + unread });
-        row("snapped to the controls",
-            { "BotAccuracy[0]=0.230000", "BotAccuracy[1]=-0.42", "Alertness[0]=1.700000",
-                "BotSkills[0]=1.500000", "BotSkills[1]=-7", "Camping[0]=0.55", "Camping[1]=-0.5",
-                "StrafingAbility[0]=-0.04", "CombatStyle[0]=0.3", "CombatStyle[1]=-0.2",
-                "CombatStyle[2]=1" },
-            { "BotAccuracy[0]=0.250000", "BotAccuracy[1]=-0.400000", "Alertness[0]=1.000000",
-                "BotSkills[0]=2.000000", "BotSkills[1]=-3.000000", "Camping[0]=0.600000",
-                "Camping[1]=0.000000", "StrafingAbility[0]=0.000000", "CombatStyle[0]=0.500000",
-                "CombatStyle[1]=0.000000", "CombatStyle[2]=1.000000" });
-        row("the game's other spellings",
-            { "BotJumpy[0]=True", "bAdjustSkill=1", "VoiceType[0]=Class'BotPack.VoiceMaleOne'",
-                "VoiceType[1]=Class'", "BotNames[0]=\"Two Words\"", "BotNames[2]=\"\"" },
-            { "BotJumpy[0]=1", "bAdjustSkill=True", "VoiceType[0]=BotPack.VoiceMaleOne",
-                "VoiceType[1]=Class'", "BotNames[0]=Two Words", "BotNames[2]=" });
-    }
-
+    // keeps the default list's value and is said. Each case's problems, then
+    // the lines of the list read that are not the default list's.
     void readsByKey()
     {
-        QFETCH(QStringList, changes);
-        QFETCH(QStringList, expected);
-        QFETCH(QStringList, problems);
-        const RosterImport import = ReadBotSection(section(changes));
-        QCOMPARE(import.problems, problems);
-        QCOMPARE(sectionOf(import.roster), section(expected));
+        const QStringList defaults = section({});
+        QStringList found;
+        for (const QStringList &changes :
+            QList<QStringList> {
+                { "@reverse", "botaccuracy[3]=0.350000", "DIFFICULTY=7", "BotNames[0]=Zed" },
+                { "-BotNames[4]", "-BotNames[9]", "-Difficulty", "-BotSkills", "-BotTeams[7]" },
+                { "BotTeams[2]=7", "BotTeams[4]=65536", "BotAccuracy[5]=high", "bRandomOrder=maybe",
+                    "Difficulty=8", "BotJumpy[3]=", "garbage", "=x", "BotNames[40]=Nobody",
+                    "BotNames[1] =Spaced", "@reverse", "+BotNames[0]=Second" },
+                // snapped to the controls
+                { "BotAccuracy[0]=0.230000", "BotAccuracy[1]=-0.42", "Alertness[0]=1.700000",
+                    "BotSkills[0]=1.500000", "BotSkills[1]=-7", "Camping[0]=0.55",
+                    "Camping[1]=-0.5", "StrafingAbility[0]=-0.04", "CombatStyle[0]=0.3",
+                    "CombatStyle[1]=-0.2", "CombatStyle[2]=1" },
+                // the game's other spellings
+                { "BotJumpy[0]=True", "bAdjustSkill=1", "VoiceType[0]=Class'BotPack.VoiceMaleOne'",
+                    "VoiceType[1]=Class'", "BotNames[0]=\"Two Words\"", "BotNames[2]=\"\"" } }) {
+            const RosterImport import = ReadBotSection(section(changes));
+            found << changes.join(' ');
+            for (const QString &problem : import.problems)
+                found << "  problem " + problem;
+            const QStringList read = sectionOf(import.roster);
+            for (qsizetype i = 0; i < read.size(); ++i) {
+                if (read.at(i) != defaults.value(i))
+                    found << "  read " + read.at(i);
+            }
+        }
+        QCOMPARE(found, testDataLines("roster/reads-by-key.txt"));
     }
 
     // However much is missing, one message of a readable length; nothing
-    // when nothing is.
+    // when nothing is, and another when there is no section at all.
     void reportsInOneMessage()
     {
         ScriptedPrompt prompt;
         QStringList problems;
         for (int i = 0; i < 21; ++i)
             problems.append(QString("Problem %1").arg(i));
-        RosterImport import;
-        import.sectionFound = true;
-        for (const qsizetype count : { 0, 20, 21 }) {
-            import.problems = problems.first(count);
-            ReportImportProblems(import, "/ut/User.ini");
-        }
-        import.sectionFound = false;
-        ReportImportProblems(import, "/ut/User.ini");
+        for (const qsizetype count : { 0, 20, 21, -1 })
+            ReportImportProblems(
+                { {}, problems.first(qMax(count, 0)), count >= 0 }, "/ut/User.ini");
         const QString file = QDir::toNativeSeparators("/ut/User.ini");
         const QString some = "Import from Game|Some values of the bot list in " + file
             + " were missing or could not be read; the imported list has the default list's "
@@ -172,84 +124,57 @@ private slots:
                     + ".  Nothing was imported." }));
     }
 
-    // The short text for the editor, the full one for the files, which reads
-    // back; accuracy and alertness positions off their step of 5 are snapped
-    // toward zero.
-    void sliderTexts_data()
+    // Each slider's short text for the editor and full one for the files,
+    // which reads back; accuracy and alertness positions off their step of 5
+    // are snapped toward zero. Then lines of the files read back into
+    // positions, or the error number of one that cannot be read.
+    void sliders()
     {
-        QTest::addColumn<int>("slider");
-        QTest::addColumn<int>("position");
-        QTest::addColumn<QString>("texts"); // short|full
-        QTest::addColumn<int>("snapped");
-
-        const auto row = [](Slider f, int p, const char *texts, int snapped) {
-            QTest::addRow("%d at %d", f, p) << int(f) << p << QString(texts) << snapped;
+        const struct
+        {
+            const char *name;
+            QString (*text)(qint16 &, bool);
+            qint16 (*read)(const QString &);
+            QList<qint16> positions;
+            QStringList lines;
+        } sliders[] = {
+            { "skill", [](qint16 &p, bool full) { return GetSkillText(p, full); }, GetSkillPosition,
+                { 0, 6 },
+                { "BotSkills[1]=2.999999", "1.000000", "BotSkills[0]=3", "BotSkills[0]=high.0",
+                    "BotSkills[0]=32765.0", "BotSkills[0]=32764.0", "BotSkills[0]=-32771.0",
+                    "BotSkills[0]=-32772.0" } },
+            { "accuracy", GetAccuracyText, GetAccuracyPosition, { 5, 0, 100, -100, 37, 4 },
+                { "BotAccuracy[3]=-0.350000", "BotAccuracy[3]=0.359999", "BotAccuracy[0]=abc",
+                    "BotAccuracy[0]=9999" } },
+            { "alertness", GetAlertnessText, GetAlertnessPosition, { -99 }, {} },
+            { "camping", [](qint16 &p, bool full) { return GetCampingText(p, full); },
+                GetCampingPosition, { 5, 10 }, { "Camping[2]=-0.500000" } },
+            { "strafing", [](qint16 &p, bool full) { return GetStrafingText(p, full); },
+                GetStrafingPosition, { -10, 10 }, { "Key=0.5=x" } },
         };
-        row(Skill, 0, "-3|-3.000000", 0);
-        row(Skill, 6, "3|3.000000", 6);
-        row(Accuracy, 5, "0.05|0.050000", 5);
-        row(Accuracy, 0, "0.0|0.000000", 0);
-        row(Accuracy, 100, "1.00|1.000000", 100);
-        row(Accuracy, -100, "-1.00|-1.000000", -100);
-        row(Accuracy, 37, "0.35|0.350000", 35);
-        row(Accuracy, 4, "0.0|0.000000", 0);
-        row(Alertness, -99, "-0.95|-0.950000", -95);
-        row(Camping, 5, "0.5|0.500000", 5);
-        row(Camping, 10, "1.0|1.000000", 10);
-        row(Strafing, -10, "-1.0|-1.000000", -10);
-        row(Strafing, 10, "1.0|1.000000", 10);
-    }
-
-    void sliderTexts()
-    {
-        QFETCH(int, slider);
-        QFETCH(int, position);
-        QFETCH(QString, texts);
-        QFETCH(int, snapped);
-        qint16 shortPosition = qint16(position), fullPosition = qint16(position);
-        const QString shortText = textOf(slider, shortPosition, false);
-        QCOMPARE(shortText + '|' + textOf(slider, fullPosition, true), texts);
-        QCOMPARE(fullPosition, qint16(snapped));
-        QCOMPARE(positionOf(slider, "Key[0]=" + texts.section('|', 1)), qint16(snapped));
-    }
-
-    // Lines of the files read back into positions; the error number of one
-    // that cannot be read.
-    void linePositions_data()
-    {
-        QTest::addColumn<int>("slider");
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<QString>("position");
-
-        const auto row = [](Slider f, const char *line, const char *p) {
-            QTest::newRow(line) << int(f) << QString(line) << QString(p);
-        };
-        row(Skill, "BotSkills[1]=2.999999", "5");
-        row(Skill, "1.000000", "4");
-        row(Accuracy, "BotAccuracy[3]=-0.350000", "-35");
-        row(Accuracy, "BotAccuracy[3]=0.359999", "35");
-        row(Camping, "Camping[2]=-0.500000", "5");
-        row(Strafing, "Key=0.5=x", "5");
-        row(Skill, "BotSkills[0]=3", "error 13");
-        row(Skill, "BotSkills[0]=high.0", "error 13");
-        row(Accuracy, "BotAccuracy[0]=abc", "error 13");
-        row(Accuracy, "BotAccuracy[0]=9999", "error 6");
-        row(Skill, "BotSkills[0]=32765.0", "error 6");
-        row(Skill, "BotSkills[0]=32764.0", "32767");
-        row(Skill, "BotSkills[0]=-32771.0", "-32768");
-        row(Skill, "BotSkills[0]=-32772.0", "error 6");
-    }
-
-    void linePositions()
-    {
-        QFETCH(int, slider);
-        QFETCH(QString, line);
-        QFETCH(QString, position);
-        try {
-            QCOMPARE(QString::number(positionOf(slider, line)), position);
-        } catch (const RunError &e) {
-            QCOMPARE("error " + QString::number(e.number()), position);
+        QStringList found;
+        for (const auto &slider : sliders) {
+            for (const qint16 position : slider.positions) {
+                qint16 shown = position, snapped = position;
+                const QString text = slider.text(shown, false) + ' ' + slider.text(snapped, true);
+                found << QString("%1 at %2: %3, snapped to %4, reads back as %5")
+                             .arg(slider.name)
+                             .arg(position)
+                             .arg(text)
+                             .arg(snapped)
+                             .arg(slider.read("Key[0]=" + text.section(' ', 1)));
+            }
+            for (const QString &line : slider.lines) {
+                QString read;
+                try {
+                    read = QString::number(slider.read(line));
+                } catch (const RunError &e) {
+                    read = "error " + QString::number(e.number());
+                }
+                found << QString("%1 line %2: %3").arg(slider.name, line, read);
+            }
         }
+        QCOMPARE(found, testDataLines("roster/sliders.txt"));
     }
 
     // The codes behind the editor's lists, both ways; a caption or code

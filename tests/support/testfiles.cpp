@@ -29,3 +29,8 @@ QByteArray crlf(const QStringList &lines)
         bytes += line.toLatin1() + "\r\n";
     return bytes;
 }
+
+QStringList testDataLines(const QString &name)
+{
+    return QString::fromUtf8(readTestFile(testDataDir() + name)).split(u'\n', Qt::SkipEmptyParts);
+}

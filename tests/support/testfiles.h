@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QString>
+#include <QStringList>
 
 // Small helpers for tests that work on real files in a temporary directory.
 
@@ -20,6 +21,10 @@ inline QString testDataDir()
 {
     return QDir::toNativeSeparators(QUORVANE_TEST_DATA "/");
 }
+
+// The lines of the test data file `name`, blank ones left out: an expected
+// result that a test compares its joined result with.
+QStringList testDataLines(const QString &name);
 
 // Lines joined with CR LF, each ended by it: the shape of the files the
 // program writes.
