@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSet>
 #include <QStringList>
 
 bool writeTestFile(const QString &path, const QByteArray &content)
@@ -28,4 +29,21 @@ QByteArray crlf(const QStringList &lines)
     for (const QString &line : lines)
         bytes += line.toLatin1() + "\r\n";
     return bytes;
+}
+
+QString expectedLine(const QString &tag, const QString &text)
+{
+    QString line = tag + ':' + (text.isEmpty() ? "" : " ") + text;
+    return line.replace('\r', "\\r").replace('\n', "\\n").replace('\t', "\\t");
+}
+
+QStringList expectedLines(const QString &name, const QStringList &said)
+{
+    QSet<QString> tags;
+    for (const QString &line : said)
+        tags.insert(line.section(':', 0, 0));
+    QStringList lines
+        = QString::fromUtf8(readTestFile(testDataDir() + name)).split('\n', Qt::SkipEmptyParts);
+    lines.removeIf([&](const QString &line) { return !tags.contains(line.section(':', 0, 0)); });
+    return lines;
 }
