@@ -118,7 +118,6 @@ private slots:
     void descriptions()
     {
         QFETCH(QString, description);
-        QFETCH(QStringList, block);
         QFETCH(QString, opened);
         QFETCH(QString, listed);
         BotRoster roster = defaultRoster();
@@ -126,7 +125,7 @@ private slots:
         GameFolder dir;
         QVERIFY(SaveConfigAs(dir.config(), "d.qvn", true, roster));
         const QStringList lines = readAnsiLines(dir.config("d.qvn"));
-        QCOMPARE(lines.mid(7, lines.indexOf(Rule, 1) - 7), block);
+        QTEST(lines.mid(7, lines.indexOf(Rule, 1) - 7), "block");
         OpenConfiguration(dir.config(), "d.qvn", roster);
         QCOMPARE(roster.Description, opened);
         QCOMPARE(ReadDescription("d.qvn", dir.config()), listed.isEmpty() ? opened : listed);
@@ -135,28 +134,6 @@ private slots:
         QVERIFY(writeTestFile(dir.config("c.qvn"), crlf({ "* Description:", "* open " })));
         QCOMPARE(ReadDescription("c.qvn", dir.config()), "open ");
         QVERIFY_THROWS_EXCEPTION(RunError, ReadDescription("gone.qvn", dir.config()));
-    }
-
-    // Only Yes to the question saves over a file; asked for nothing else.
-    void overwriteQuestion()
-    {
-        GameFolder dir;
-        BotRoster roster = defaultRoster();
-        ScriptedPrompt prompt;
-        QVERIFY(SaveConfigAs(dir.config(), "b.qvn", false, roster));
-        QVERIFY(writeTestFile(dir.config("b.qvn"), "old"));
-        prompt.answerNext(MessageAnswer::No);
-        QVERIFY(!SaveConfigAs(dir.config(), "b.qvn", false, roster));
-        QCOMPARE(readTestFile(dir.config("b.qvn")), "old");
-        QVERIFY(SaveConfigAs(dir.config(), "b.qvn", true, roster));
-        QVERIFY(writeTestFile(dir.config("b.qvn"), "old"));
-        prompt.answerNext(MessageAnswer::Yes);
-        QVERIFY(SaveConfigAs(dir.config(), "b.qvn", false, roster));
-        QVERIFY(readTestFile(dir.config("b.qvn")).startsWith(Rule.toLatin1()));
-        QCOMPARE(prompt.transcript(),
-            QStringList(
-                2, "File Already Exists|This file exists, do you really want to over write it?"));
-        QCOMPARE(prompt.messages().first().buttons, MessageButtons::YesNo);
     }
 
     // Lines of a saved file changed by hand: the reader goes by position,

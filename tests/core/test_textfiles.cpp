@@ -10,7 +10,6 @@
 #include "testfiles.h"
 
 #include <QDir>
-#include <QDirIterator>
 #include <QFile>
 #include <QStringEncoder>
 #include <QTemporaryDir>
@@ -49,8 +48,10 @@ QByteArray utf16(const QString &text)
 
 #ifdef __GLIBC__
 // How many of the next renames fail as they do on Windows while another
-// program holds the target open.
+// program holds the target open, and whether that program puts a folder in
+// the target's place meanwhile.
 int blockedRenames = 0;
+bool folderInstead = false;
 #endif
 
 } // namespace
@@ -61,6 +62,8 @@ extern "C" int rename(const char *from, const char *to)
 {
     if (blockedRenames > 0) {
         --blockedRenames;
+        if (folderInstead && ::unlink(to) == 0)
+            ::mkdir(to, 0700);
         errno = EACCES;
         return -1;
     }
@@ -97,9 +100,6 @@ private slots:
         row("CR first", "\ra\r", { "", "a" }, "\r", ansi);
         row("windows-1252", "Zo\xEB \x80\r\n", { u"Zo\u00eb \u20ac"_s }, "\r\n", ansi);
         row("empty", {}, {}, "\r\n", ansi);
-        // Over 256 bytes, the letter beyond ASCII early.
-        row("utf-8 without bom", "n=Zo\xC3\xAB\n" + QByteArray(300, 'a'),
-            { u"n=Zo\u00eb"_s, QString(300, 'a') }, "\n", utf8);
         row("utf-8 bom", "\xEF\xBB\xBF[A]\r\nb=1\r\n", ab, "\r\n", utf8);
         const int utf16le = int(TextDocument::Encoding::Utf16LE);
         row("utf-16le crlf", utf16("[A]\r\nb=1\r\n"), ab, QByteArray("\r\0\n\0", 4), utf16le);
@@ -110,7 +110,6 @@ private slots:
     {
         QFETCH(QByteArray, bytes);
         QFETCH(QStringList, lines);
-        QFETCH(QByteArray, newline);
         QFETCH(int, encoding);
         QTemporaryDir dir;
         const QString path = dir.filePath("lines.ini");
@@ -121,11 +120,9 @@ private slots:
         for (qsizetype i = 0; i < document.lineCount(); ++i)
             texts.append(document.text(i));
         QCOMPARE(texts, lines);
-        QCOMPARE(document.newline(), newline);
+        QTEST(document.newline(), "newline");
         QCOMPARE(int(document.encoding()), encoding);
         QCOMPARE(document.toBytes(), bytes);
-        if (encoding == int(TextDocument::Encoding::Utf8) && !bytes.startsWith("\xEF"))
-            return; // the .int files know UTF-8 only by its mark
         QCOMPARE(decodeIntLines(bytes), lines);
         if (encoding != int(TextDocument::Encoding::Ansi))
             return;
@@ -208,6 +205,8 @@ private slots:
 #ifdef __GLIBC__
         row("held for a moment", "held 2", "read");
         row("held", "held 100", "75|x.ini is in use by another program: @");
+        row("held, then a folder in its place", "held 1 folder",
+            "75|x.ini is a folder, not a file: @");
 #endif
     }
 
@@ -234,7 +233,8 @@ private slots:
             QCOMPARE(runWithFileSizeLimit(3, [&] { return write() == expected ? 0 : 1; }), 0);
 #endif
 #ifdef __GLIBC__
-        blockedRenames = kind.startsWith("held ") ? kind.sliced(5).toInt() : 0;
+        blockedRenames = kind.startsWith("held ") ? kind.section(' ', 1, 1).toInt() : 0;
+        folderInstead = kind.endsWith("folder");
 #endif
         if (kind != "disk full")
             QCOMPARE(write(), expected);
@@ -243,7 +243,7 @@ private slots:
 #endif
         QCOMPARE(QDir(dir.path()).entryList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot),
             kind == "hard link" ? QStringList({ "x.ini", "y.ini" }) : QStringList("x.ini"));
-        if (kind == "folder")
+        if (kind.endsWith("folder"))
             return;
         QCOMPARE(readTestFile(path), expected == "read" ? "new\r\n" : "old\r\n");
         QCOMPARE(QFile::permissions(path) & ~(QFile::ReadUser | QFile::WriteUser), permissions);
@@ -295,7 +295,6 @@ private slots:
     {
         QFETCH(QStringList, lines);
         QFETCH(QString, calls);
-        QFETCH(QStringList, read);
         FieldReader reader(lines);
         QStringList got;
         try {
@@ -304,64 +303,51 @@ private slots:
         } catch (const RunError &error) {
             got.append("error " + QString::number(error.number()));
         }
-        QCOMPARE(got, read);
+        QTEST(got, "read");
     }
 
-    void pathsAndQuotes()
+    void stripQuotes()
     {
-        const QString sep = QDir::separator();
-        QCOMPARE(
-            QStringList({ AddBackslash(QString()), AddBackslash("UT"), AddBackslash("UT" + sep) }),
-            QStringList({ sep, "UT" + sep, "UT" + sep }));
         QCOMPARE(QStringList({ StripQuotes("\"Male One\""), StripQuotes("abc\""),
                      StripQuotes("\"abc"), StripQuotes("\""), StripQuotes("\"\"x\"\"") }),
             QStringList({ "Male One", "abc", "abc", "", "\"x\"" }));
     }
 
+    // A file still to be created keeps its name in the real directory,
+    // whatever case the path is written in.
     void findPathNoCaseFollowsTheRealNames()
     {
         QTemporaryDir dir;
         const QString root = AddBackslash(QDir::toNativeSeparators(dir.path()));
-        QVERIFY(writeTestFile(root + "SYSTEM/User.ini", "x"));
-        const QString system = root + "SYSTEM" + QDir::separator();
-        QCOMPARE(findPathNoCase(root, "System/user.ini"), system + "User.ini");
-        QCOMPARE(
-            findPathNoCase(root, QDir::toNativeSeparators("system/USER.INI")), system + "User.ini");
-        // A file still to be created keeps its name in the real directory.
-        QCOMPARE(findPathNoCase(root, "System/dummy.ini"), system + "dummy.ini");
+        QVERIFY(QDir(root).mkdir("SYSTEM"));
+        QCOMPARE(findPathNoCase(root, QDir::toNativeSeparators("system/dummy.ini")),
+            root + "SYSTEM" + QDir::separator() + "dummy.ini");
     }
 
-    // Emptying a directory hands every entry of its listing over, the
-    // directories among them; those and missing files are passed over without
-    // a word, other failures reported. A move whose copy fails keeps its source.
+    // Missing files are passed over without a word, other failures reported;
+    // a move whose copy fails keeps its source. (Moves and deletions of a
+    // configuration folder's listing, folders among them: the options dialog's
+    // test.)
     void fileOp_data()
     {
         QTest::addColumn<short>("operation");
-        QTest::addColumn<QString>("source"); // "new" in it, unless it is "gone" or "sub"
+        QTest::addColumn<QString>("source"); // "new" in it, unless it is "gone"
         QTest::addColumn<QString>("destination"); // b.qvn holds "old"
-        QTest::addColumn<QStringList>("after"); // every file=content, sub/keep.qvn aside
+        QTest::addColumn<QStringList>("after"); // every file=content
         QTest::addColumn<QString>("message");
 
-        const QStringList untouched { "a.qvn=new", "b.qvn=old" };
         const auto row
             = [](const char *tag, short operation, const QString &source, const QStringList &after,
                   const QString &destination = "b.qvn", const QString &message = QString()) {
                   QTest::newRow(tag) << operation << source << destination << after << message;
               };
-        row("move replaces", 1, "a.qvn", { "b.qvn=new" });
         row("copy replaces", 2, "a.qvn", { "a.qvn=new", "b.qvn=new" });
-        row("delete", 3, "a.qvn", { "b.qvn=old" });
         row("4 copies", 4, "a.qvn", { "a.qvn=new", "b.qvn=new" });
-        row("unknown code", 9, "a.qvn", untouched);
         row("missing source", 1, "gone", { "b.qvn=old" });
         row("a dot file is moved", 1, ".a.qvn", { "b.qvn=new" });
-        row("subdirectory", 3, "sub", { "b.qvn=old" });
-        row("move into a missing folder", 1, "a.qvn", untouched, "missing/b.qvn",
+        row("move into a missing folder", 1, "a.qvn", { "a.qvn=new", "b.qvn=old" }, "missing/b.qvn",
             "76|Error in modCommon.FileOP.\r\n\r\nError Desc: Path not found\r\n\r\nSkipping "
             "file: @");
-        row("copy onto a folder", 2, "a.qvn", untouched, "sub",
-            "75|Error in modCommon.FileOP.\r\n\r\nError Desc: Path/File access error\r\n\r\n"
-            "Skipping file: @");
     }
 
     void fileOp()
@@ -369,14 +355,12 @@ private slots:
         QFETCH(short, operation);
         QFETCH(QString, source);
         QFETCH(QString, destination);
-        QFETCH(QStringList, after);
         QFETCH(QString, message);
 
         QTemporaryDir dir;
         const QString sourcePath = QDir::toNativeSeparators(dir.filePath(source));
-        QVERIFY(source == "gone" || source == "sub" || writeTestFile(sourcePath, "new"));
+        QVERIFY(source == "gone" || writeTestFile(sourcePath, "new"));
         QVERIFY(writeTestFile(dir.filePath("b.qvn"), "old"));
-        QVERIFY(writeTestFile(dir.filePath("sub/keep.qvn"), "keep"));
         ScriptedPrompt prompt;
 
         FileOP(sourcePath, dir.filePath(destination), operation);
@@ -384,13 +368,9 @@ private slots:
         QCOMPARE(prompt.transcript(),
             message.isEmpty() ? QStringList() : QStringList(message.replace('@', sourcePath)));
         QStringList files;
-        for (QDirIterator it(dir.path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-             it.hasNext();) {
-            const QString path = it.next();
-            files << QDir(dir.path()).relativeFilePath(path) + '=' + readTestFile(path);
-        }
-        files.sort();
-        QCOMPARE(files, after + QStringList("sub/keep.qvn=keep"));
+        for (const QString &name : QDir(dir.path()).entryList(QDir::Files | QDir::Hidden))
+            files << name + '=' + readTestFile(dir.filePath(name));
+        QTEST(files, "after");
     }
 
     // Month and day unpadded: 2 November and 12 January share a name, and a

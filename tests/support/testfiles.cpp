@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSet>
 #include <QStringList>
 
 bool writeTestFile(const QString &path, const QByteArray &content)
@@ -33,4 +34,20 @@ QByteArray crlf(const QStringList &lines)
 QStringList testDataLines(const QString &name)
 {
     return QString::fromUtf8(readTestFile(testDataDir() + name)).split(u'\n', Qt::SkipEmptyParts);
+}
+
+QString expectedLine(const QString &tag, const QString &text)
+{
+    QString line = tag + ':' + (text.isEmpty() ? "" : " ") + text;
+    return line.replace('\r', "\\r").replace('\n', "\\n").replace('\t', "\\t");
+}
+
+QStringList expectedLines(const QString &name, const QStringList &said)
+{
+    QSet<QString> tags;
+    for (const QString &line : said)
+        tags.insert(line.section(':', 0, 0));
+    QStringList lines = testDataLines(name);
+    lines.removeIf([&](const QString &line) { return !tags.contains(line.section(':', 0, 0)); });
+    return lines;
 }

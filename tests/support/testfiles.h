@@ -29,3 +29,10 @@ QStringList testDataLines(const QString &name);
 // Lines joined with CR LF, each ended by it: the shape of the files the
 // program writes.
 QByteArray crlf(const QStringList &lines);
+
+// "tag: text", its line breaks and tabs written as \r, \n and \t: one line
+// of a file of expected messages. Tags hold no colon.
+QString expectedLine(const QString &tag, const QString &text);
+// The lines of the expected file `name` in the test data whose tags are
+// among those of `said`: rows a platform leaves out are left out here too.
+QStringList expectedLines(const QString &name, const QStringList &said);
