@@ -29,15 +29,6 @@ QStringList listing(const QString &directory)
     return QFileInfo::exists(directory) ? entries : QStringList { "gone" };
 }
 
-void makeEntries(const QString &directory, const QStringList &entries)
-{
-    QVERIFY(QDir().mkpath(directory));
-    for (const QString &entry : entries)
-        QVERIFY(entry.endsWith('/') ? QDir(directory).mkdir(entry.chopped(1))
-                                    : writeTestFile(directory + entry.section('=', 0, 0),
-                                        entry.section('=', 1).toUtf8()));
-}
-
 } // namespace
 
 // The options dialog opened from a main window that the start-up built for
@@ -48,8 +39,7 @@ class TestOptionsDialog : public QObject
 
     struct MoveCase
     {
-        QStringList oldFiles, newFiles;
-        QString newFolder, answers;
+        QString oldFiles, newFiles, newFolder, answers;
     };
     struct GameCase
     {
@@ -164,17 +154,15 @@ private slots:
     // clang-format off
     void configFolderMove_data()
     {
-        QTest::addColumn<MoveCase>("c"); // entries of the old and new folders before, the new folder, the answers
-        const QStringList two { "B.QVN=B", "a.qvn=A" };
-        const QStringList withBackup { ".directory=D", "a.qvn=A", "curconfig_bkup_(1-2-2024-3-4-5).qvn2=K" };
-        QTest::newRow("no configurations") << MoveCase { { "notes.txt=N" }, {}, "new/", "" };
-        QTest::newRow("No keeps them") << MoveCase { two, {}, "new/", "N" };
-        QTest::newRow("moved, replacing, folder removed") << MoveCase { two, { "a.qvn=older" }, "new/", "Y" };
-        QTest::newRow("backup left, Yes deletes it") << MoveCase { withBackup, {}, "new/", "YY" };
-        QTest::newRow("backup left, No keeps it") << MoveCase { withBackup, {}, "new/", "YN" };
-        QTest::newRow("a subfolder keeps the folder") << MoveCase { { "a.qvn=A", "sub/" }, {}, "new/", "YY" };
-        QTest::newRow("a folder in the way") << MoveCase { { "a.qvn=A", "b.qvn=B", "c.qvn2=C" }, { "b.qvn/" }, "new/", "Y" };
-        QTest::newRow("the same folder by another name") << MoveCase { two, {}, "configs/./", "" };
+        QTest::addColumn<MoveCase>("c"); // fixtures of the old and new folders (startup/moves/), the new folder, the answers
+        QTest::newRow("no configurations") << MoveCase { "notes", "", "new/", "" };
+        QTest::newRow("No keeps them") << MoveCase { "two", "", "new/", "N" };
+        QTest::newRow("moved, replacing, folder removed") << MoveCase { "two", "older", "new/", "Y" };
+        QTest::newRow("backup left, Yes deletes it") << MoveCase { "backup", "", "new/", "YY" };
+        QTest::newRow("backup left, No keeps it") << MoveCase { "backup", "", "new/", "YN" };
+        QTest::newRow("a subfolder keeps the folder") << MoveCase { "subfolder", "", "new/", "YY" };
+        QTest::newRow("a folder in the way") << MoveCase { "three", "folder", "new/", "Y" };
+        QTest::newRow("the same folder by another name") << MoveCase { "two", "", "configs/./", "" };
     }
     // clang-format on
 
@@ -182,10 +170,9 @@ private slots:
     void configFolderMove()
     {
         QFETCH(MoveCase, c);
-        makeEntries(m_configs, c.oldFiles);
         const QString newDir = m_root + native(c.newFolder);
-        if (!c.newFiles.isEmpty())
-            makeEntries(newDir, c.newFiles);
+        QVERIFY(copyTestData("startup/moves/" + c.oldFiles, m_configs)
+            && (c.newFiles.isEmpty() || copyTestData("startup/moves/" + c.newFiles, newDir)));
         for (const QChar answer : std::as_const(c.answers))
             m_prompt->answerNext(answer == 'Y' ? MessageAnswer::Yes : MessageAnswer::No);
         dlgOptions &dialog = openOptions();
@@ -293,14 +280,6 @@ private slots:
         const int shown = BossChoiceOfMode(c.fileMode < 0 ? 2 : c.fileMode);
         QVERIFY(dialog->optChoice.at(shown)->isChecked()
             && dialog->Frame1->isEnabled() == (c.fileMode >= 0));
-        if (c.fileMode >= 0) {
-            // From inside the dialog's pages, the Boss tab takes the keyboard
-            // to the choice that is on.
-            dialog->cmdChange->setFocus();
-            QTest::keyClick(dialog->cmdChange, Qt::Key_Tab, Qt::ControlModifier);
-            QVERIFY(dialog->SSTab1->currentIndex() == 1
-                && QApplication::focusWidget() == dialog->optChoice.at(shown));
-        }
         if (c.click >= 0)
             dialog->optChoice.at(c.click)->click();
         if (c.reopen) {

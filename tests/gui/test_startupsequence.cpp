@@ -22,14 +22,11 @@ QByteArray optionsFile(
     return crlf({ "[SplashScreen]", autoClose, "", "[UTPath]", firstRun, configs, game });
 }
 
-const QString finished = "Finished...Click the Close button.";
-
 } // namespace
 
 // Plays the user: answers every modal dialog the start-up opens, and writes
 // down what appeared, messages included, in order. A path dialog is noted
-// with the splash's message, its caption and question, and its distance
-// from the place a little above the splash's centre.
+// with the splash's message, its caption and question.
 class StartupUser : public QObject
 {
 public:
@@ -61,15 +58,9 @@ private:
         auto *path = qobject_cast<PathDialog *>(dialog);
         const bool game = dialog->objectName() == "dlgCorrectUTPath";
         QString seen = "dlg:" + dialog->objectName();
-        if (path) {
-            const frmSplash &splash = theForm<frmSplash>();
-            const QRect place = splash.frameGeometry();
-            const QPoint off = dialog->pos()
-                - QPoint(place.left() + (place.width() - dialog->width()) / 2,
-                    place.top() + (place.height() - dialog->height()) / 2 - PathDialogLift(splash));
-            seen += "|" + splash.message() + "|" + dialog->windowTitle() + "|"
-                + path->lblMessage->text() + QString("|%1,%2").arg(off.x()).arg(off.y());
-        }
+        if (path)
+            seen += "|" + theForm<frmSplash>().message() + "|" + dialog->windowTitle() + "|"
+                + path->lblMessage->text();
         note(seen);
         if (game && gameDir == "<Escape>")
             return QTest::keyClick(dialog, Qt::Key_Escape);
@@ -89,14 +80,6 @@ class TestStartupSequence : public QObject
 {
     Q_OBJECT
 
-    struct HandOverCase
-    {
-        QString autoClose;
-        int tickWhileStarting, boxAtClose;
-        bool enter;
-        int stored;
-    };
-
 private slots:
     void initTestCase()
     {
@@ -111,10 +94,9 @@ private slots:
                 QStringList names;
                 for (const QString &path : paths)
                     names << QFileInfo(path).fileName();
-                m_user->note("report:" + names.join(',') + "|"
-                    + (isFormLoaded<frmSplash>() ? theForm<frmSplash>().message() : ""));
-                if (m_reportAction)
-                    m_reportAction();
+                m_user->note("report:" + names.join(',') + "|" + splashSeen());
+                if (!m_tick.isEmpty())
+                    theForm<frmSplash>().chkAutoClose->setCheckState(boxState(m_tick));
             };
             forms.scan.showPatternEditor = [this] { m_user->note("patterns"); };
             forms.showNewBoss = [this](QWidget *owner) {
@@ -146,7 +128,6 @@ private slots:
         m_user->gameDir = m_game;
         m_user->configDir = m_configs;
         m_bossErrors.clear();
-        m_reportAction = nullptr;
     }
 
     void cleanup()
@@ -189,14 +170,23 @@ private slots:
         QTest::newRow("quit without a game folder") << QStringList { "escape" } << "ended";
         // The bundled demo game has something in the report.
         QTest::newRow("demo game") << QStringList { "options=demo" } << "demo";
+        // The splash hands over to the main window itself, or through Close
+        // or Enter, and keeps the state of its box in the options.
+        QTest::newRow("auto-close") << QStringList { "options=auto 1" } << "finished";
+        QTest::newRow("ticked while starting") << QStringList { "options=valid", "tick=ticked" } << "finished";
+        QTest::newRow("wait for Close and tick then") << QStringList { "options=valid", "close=ticked" } << "finished";
+        QTest::newRow("unticked while starting and Enter") << QStringList { "options=auto 1", "tick=unticked", "enter" } << "finished";
+        QTest::newRow("greyed box waits and stays") << QStringList { "options=auto 2", "close=greyed", "enter" } << "finished";
     }
     // clang-format on
 
-    // Setup words: "options=valid|first run|game gone|short|line 2 <value>|demo"
-    // (none: no options.ini), "boss" (the game has the boss package),
-    // "missing=<program file>", "throw=<error>" (the boss dialog's, one per
-    // showing), "escape" (the game dialog is escaped, and the question
-    // answered No, then Yes).
+    // Setup words: "options=valid|auto <n>|first run|game gone|short|line 2
+    // <value>|demo" (none: no options.ini; auto: line 2 is <n>), "boss" (the
+    // game has the boss package), "missing=<program file>", "throw=<error>"
+    // (the boss dialog's, one per showing), "escape" (the game dialog is
+    // escaped, and the question answered No, then Yes), "tick=<box>" (set
+    // while starting) and "close=<box>" (before Close), a box being unticked,
+    // greyed or ticked, and "enter" (for Close).
     void startup()
     {
         QFETCH(QStringList, setup);
@@ -211,9 +201,10 @@ private slots:
             { "game gone", optionsFile("0", "0", m_configs, native(m_dir.path() + "/gone/")) },
             { "short", crlf({ "[SplashScreen]", "0", "" }) },
             { "line 2 yes", optionsFile("yes", "0", m_configs, m_game) },
-            { "demo", optionsFile("0", "0", m_configs, demo) } };
-        if (!options.isEmpty())
-            writeOptions(files.value(options));
+            { "demo", optionsFile("0", "0", m_configs, demo) }, { "auto 1", validOptions("1") },
+            { "auto 2", validOptions("2") } };
+        QVERIFY(
+            options.isEmpty() || writeTestFile(m_program + "options.ini", files.value(options)));
         if (setup.contains("boss"))
             QVERIFY(
                 writeTestFile(m_game + native("System/SkeletalCharsFix313.int"), "[Public]\r\n"));
@@ -223,6 +214,7 @@ private slots:
             else if (word.startsWith("throw="))
                 m_bossErrors << word.section('=', 1).toInt();
         }
+        m_tick = setup.filter("tick=").join("").mid(5);
         if (setup.contains("escape")) {
             m_user->gameDir = "<Escape>";
             m_prompt->answerNext(MessageAnswer::No);
@@ -233,119 +225,77 @@ private slots:
         m_user->note(QString());
         for (const RecordingErrorSink::Entry &error : std::as_const(m_errors->errors))
             m_user->log << "error:" + QString::number(error.number) + "|" + error.message;
-        // What the user met, in order, errors last.
-        QCOMPARE(writtenDown(m_user->log, m_program), expectedSection("startup/sequence.txt"));
         if (end == "ended") {
             // Nothing is left to go on with: the program ends.
             QVERIFY(!isFormLoaded<frmSplash>() && !isFormLoaded<frmBots>()
                 && std::ranges::none_of(QApplication::topLevelWidgets(), &QWidget::isVisible));
-            return;
+        } else {
+            // The splash and the main window the start-up leaves; then the
+            // hand-over, unless the splash closed itself; then the options.
+            const QPointer<frmSplash> splash = formSlot<frmSplash>();
+            const Progress *splashProgress = splash.data();
+            const auto shown
+                = [] { return isFormLoaded<frmBots>() && theForm<frmBots>().isVisible(); };
+            m_user->log << "started:" + splashSeen() + (shown() ? "|editor shown" : "");
+            if (splash && splash->isVisible()) {
+                if (const QString box = setup.filter("close=").join("").mid(6); !box.isEmpty())
+                    splash->chkAutoClose->setCheckState(boxState(box));
+                setup.contains("enter") ? QTest::keyClick(splash->chkAutoClose, Qt::Key_Return)
+                                        : splash->cmdClose->click();
+                m_user->log << QString("handed over:") + (shown() ? "editor shown" : "no editor");
+            }
+            QTRY_VERIFY(!splash);
+            QVERIFY(&currentProgress() != splashProgress); // a splash gone no longer shows progress
+            m_user->log << "stored:" + QString::number(AppOptions().AutoCloseSplash);
         }
-        // Ended or not, the splash can always be left.
-        QVERIFY(theForm<frmSplash>().cmdClose->isEnabled());
-        if (end == "stopped") {
-            // Closing it then shows no half-built editor.
-            theForm<frmSplash>().cmdClose->click();
-            QVERIFY(!isFormLoaded<frmBots>() || !theForm<frmBots>().isVisible());
+        // What the user met, in order, errors, and how the start-up ended.
+        QCOMPARE(writtenDown(m_user->log, m_program), expectedSection("startup/sequence.txt"));
+        if (end == "ended" || end == "stopped")
             return;
-        }
-        // The editor as the start-up leaves it, hidden: a new list of
-        // defaults, nothing to edit or save yet, every model to choose from.
+        // The editor as the start-up leaves it: a new list of defaults,
+        // nothing to edit or save yet, every model to choose from.
         const frmBots &bots = theForm<frmBots>();
         QCOMPARE(bots.cmbBot->itemText(bots.cmbBot->count() - 1), "Bot 31");
         QVERIFY(bots.cmbBot->currentIndex() == 0 && bots.cmbClass->currentIndex() == 0
-            && bots.cmbClass->count() >= (end == "demo" ? 5 : 1) && !bots.txtName->isEnabled()
-            && !bots.cmbClass->isEnabled() && !bots.mnuFileSave->isEnabled()
-            && !bots.mnuFileSaveAs->isEnabled() && bots.chkJumpy->text().isEmpty() && bots.IsSaved()
-            && !bots.isVisible());
+            && bots.IsSaved() && bots.cmbClass->count() >= (end == "demo" ? 5 : 1)
+            && !bots.txtName->isEnabled() && !bots.cmbClass->isEnabled()
+            && !bots.mnuFileSave->isEnabled() && !bots.mnuFileSaveAs->isEnabled()
+            && bots.chkJumpy->text().isEmpty());
         BotRoster defaults;
         SetDefaults(defaults);
         QVERIFY(Roster() == defaults);
-        QCOMPARE(theForm<frmSplash>().message() + "|" + AppOptions().UTPath + "|"
-                + AppOptions().ConfigPath,
-            finished + "|" + (end == "demo" ? demo : m_game) + "|" + m_configs);
+        const QString game = end == "demo" ? demo : m_game;
+        QCOMPARE(AppOptions().UTPath + "|" + AppOptions().ConfigPath, game + "|" + m_configs);
         QCOMPARE(QFileInfo(m_configs).isDir(),
             m_user->log.join(",").contains("dlg:dlgChangeConfigPath"));
         // Main never writes the options; the main window does when it
         // closes, which also repairs the file.
         QCOMPARE(QFileInfo::exists(m_program + "options.ini"), !options.isEmpty());
-        theForm<frmSplash>().cmdClose->click();
         theForm<frmBots>().close();
         QCOMPARE(readTestFile(m_program + "options.ini"),
-            end == "demo" ? files.value("demo") : validOptions());
-    }
-
-    // clang-format off
-    void handOver_data()
-    {
-        QTest::addColumn<HandOverCase>("c"); // line 2 of options.ini; the box ticked while starting (-1: left) and at
-                                             // the end (-1: the splash closes itself); Enter for Close; AutoCloseSplash after
-        QTest::newRow("auto-close") << HandOverCase { "1", -1, -1, false, 1 };
-        QTest::newRow("ticked while starting") << HandOverCase { "0", Qt::Checked, -1, false, 1 };
-        QTest::newRow("wait for Close, ticked then") << HandOverCase { "0", -1, Qt::Checked, false, 1 };
-        QTest::newRow("unticked while starting, Enter") << HandOverCase { "1", Qt::Unchecked, Qt::Unchecked, true, 0 };
-        QTest::newRow("half-ticked box waits and stays") << HandOverCase { "2", -1, Qt::PartiallyChecked, true, 2 };
-    }
-    // clang-format on
-
-    // The splash is the start-up's progress until it hands over to the main
-    // window, itself or through Close.
-    void handOver()
-    {
-        QFETCH(HandOverCase, c);
-        writeOptions(validOptions(c.autoClose));
-        QPointer<frmSplash> splash;
-        m_reportAction = [&] {
-            splash = &theForm<frmSplash>();
-            // The box as the file has it (0, 1 or 2); Enter does nothing until
-            // Close can be pressed; the path dialogs' lift is a little less
-            // than half an inch.
-            QTest::keyClick(splash->chkAutoClose, Qt::Key_Return);
-            QVERIFY(splash && &currentProgress() == static_cast<Progress *>(splash.data())
-                && splash->chkAutoClose->checkState()
-                    == (QList { Qt::Unchecked, Qt::Checked, Qt::PartiallyChecked })
-                           .at(c.autoClose.toInt())
-                && !splash->cmdClose->isEnabled() && splash->isVisible()
-                && PathDialogLift(*splash) > 30 && PathDialogLift(*splash) < 60);
-            if (c.tickWhileStarting >= 0)
-                splash->chkAutoClose->setCheckState(Qt::CheckState(c.tickWhileStarting));
-        };
-        Main();
-        QVERIFY(splash);
-        const Progress *splashProgress = splash.data();
-
-        const bool waits = c.boxAtClose >= 0;
-        QVERIFY(AppOptions().AutoCloseSplash == !waits && theForm<frmBots>().isVisible() == !waits
-            && splash->isVisible() == waits);
-        if (waits) {
-            QCOMPARE(splash->message(), finished);
-            splash->chkAutoClose->setCheckState(Qt::CheckState(c.boxAtClose));
-            // The main window shows before the splash goes, so that there is
-            // always a window.
-            QList<bool> splashShownAtHandOver;
-            splash->showMainWindow = [&, show = splash->showMainWindow] {
-                splashShownAtHandOver << splash->isVisible();
-                show();
-            };
-            c.enter ? QTest::keyClick(splash->chkAutoClose, Qt::Key_Return)
-                    : splash->cmdClose->click();
-            QVERIFY(
-                splashShownAtHandOver == QList<bool> { true } && theForm<frmBots>().isVisible());
-        }
-        QCOMPARE(AppOptions().AutoCloseSplash, qint16(c.stored));
-        QTRY_VERIFY(!splash);
-        QVERIFY(&currentProgress() != splashProgress); // a splash gone no longer shows progress
+            optionsFile(QString::number(AppOptions().AutoCloseSplash), "0", m_configs, game));
     }
 
 private:
-    void writeOptions(const QByteArray &content)
-    {
-        QVERIFY(writeTestFile(m_program + "options.ini", content));
-    }
-
     QByteArray validOptions(const QString &autoClose = "0") const
     {
         return optionsFile(autoClose, "0", m_configs, m_game);
+    }
+
+    static inline const QStringList boxStates { "unticked", "greyed", "ticked" };
+    static Qt::CheckState boxState(const QString &name)
+    {
+        return Qt::CheckState(boxStates.indexOf(name));
+    }
+
+    // The splash as the user sees it: its message, its box and whether Close
+    // can be pressed.
+    static QString splashSeen()
+    {
+        const frmSplash &splash = theForm<frmSplash>();
+        return splash.message() + "|" + boxStates.at(splash.chkAutoClose->checkState())
+            + (splash.cmdClose->isEnabled() ? "|Close" : "") + (splash.isVisible() ? "" : "|hidden")
+            + (&currentProgress() == &splash ? "" : "|not the progress");
     }
 
     QTemporaryDir m_dir;
@@ -356,7 +306,7 @@ private:
     std::unique_ptr<RecordingErrorSink> m_errors;
     std::unique_ptr<StartupUser> m_user;
     QList<int> m_bossErrors; // thrown by the boss dialog, one per showing
-    std::function<void()> m_reportAction;
+    QString m_tick; // the box set while starting
 };
 
 QTEST_MAIN(TestStartupSequence)

@@ -59,7 +59,8 @@ inline bool copyTestData(const QString &name, const QString &to)
 {
     const QDir from(testDataDir() + name);
     bool copied = QDir().mkpath(to);
-    for (QDirIterator it(from.path(), QDir::Files, QDirIterator::Subdirectories); it.hasNext();) {
+    for (QDirIterator it(from.path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+         it.hasNext();) {
         const QString file = it.next();
         copied
             = copied && writeTestFile(to + native(from.relativeFilePath(file)), readTestFile(file));
