@@ -31,7 +31,6 @@ private slots:
     void defaultsKeepListWideValues()
     {
         BotRoster roster, expected;
-        SetDefaults(expected);
         roster.VoiceType.fill("Some.Voice");
         roster.BotSkills.fill(6);
         roster.BotAccuracy.fill(50);
@@ -39,8 +38,8 @@ private slots:
             r->Difficulty = 5;
             r->bAdjustSkill = r->bRandomOrder = true;
             r->Description = "Mine";
+            SetDefaults(*r);
         }
-        SetDefaults(roster);
         QCOMPARE(roster, expected);
     }
 

@@ -36,12 +36,10 @@ QStringList catalogueText(const ModelCatalogue &catalogue)
     return text;
 }
 
-QStringList fileNames(const QStringList &paths)
+QStringList fileNames(QStringList paths)
 {
-    QStringList names;
-    for (const QString &path : paths) {
-        if (!path.isEmpty())
-            names.append(QFileInfo(path).fileName());
-    }
-    return names;
+    paths.removeAll(QString());
+    for (QString &path : paths)
+        path = QFileInfo(path).fileName();
+    return paths;
 }

@@ -14,4 +14,4 @@
 QStringList catalogueText(const ModelCatalogue &catalogue = Catalogue());
 
 // The file names of the occupied slots of a file list.
-QStringList fileNames(const QStringList &paths);
+QStringList fileNames(QStringList paths);
