@@ -1,22 +1,35 @@
+#include "bosspackage.h"
+#include "editorfixture.h"
+#include "editorsession.h"
+#include "formtesting.h"
+#include "screenshots.h"
+
 #include "catalogue/forms/dlgNewBoss.h"
 #include "catalogue/forms/frmBadFiles.h"
 #include "catalogue/forms/frmPattern.h"
 #include "catalogue/patternfile.h"
 #include "catalogue/unmatchedlist.h"
+#include "configfiles/forms/dlgApply.h"
 #include "configfiles/forms/dlgChangePath.h"
 #include "configfiles/forms/dlgDescr.h"
 #include "configfiles/forms/dlgError.h"
+#include "configfiles/forms/dlgLaunchUT.h"
+#include "configfiles/forms/dlgOpen.h"
+#include "configfiles/forms/dlgRestore.h"
+#include "configfiles/forms/dlgSaveAs.h"
+#include "configfiles/gameinstallation.h"
+#include "roster/forms/dlgImport.h"
+#include "roster/forms/frmAbout.h"
 #include "startup/forms/dlgChangeConfigPath.h"
 #include "startup/forms/dlgCorrectUTPath.h"
 #include "startup/forms/dlgFirstRun.h"
 #include "startup/forms/dlgOptions.h"
 #include "startup/forms/frmSplash.h"
 
-#include "bosspackage.h"
-#include "editorfixture.h"
-#include "formtesting.h"
-
+#include <QDockWidget>
 #include <QTabWidget>
+
+#include <memory>
 
 namespace {
 
@@ -89,19 +102,20 @@ QWidget *patternEditor()
 
 } // namespace
 
-// Renders the windows of the start-up, the catalogue's among them, to PNG
-// files a reviewer can open, over a game with the boss package, so that its
-// choices are live.
-class TestScreenshotsStartup : public QObject
+// Renders the program's windows to PNG files a reviewer can open, over a
+// configuration folder with a few lists and a game with two user.ini files
+// and the boss package, so that its choices are live.
+class TestScreenshots : public QObject
 {
     Q_OBJECT
 
 private slots:
     void initTestCase()
     {
-        QVERIFY(m_programDir.isValid());
-        setProgramDir(m_programDir.path());
-        AppOptions().UTPath = ProgramDir() + "UnrealTournament/";
+        m_session = std::make_unique<EditorSession>();
+        // Three lists, two backups of the lists an apply replaced, and a
+        // list in each of the game's two user.ini files.
+        QVERIFY(m_session->addFiles("documents/shots"));
         QVERIFY(writeTestFile(
             AppOptions().UTPath + "System/SkeletalCharsFix313.int", bossPackageText(0)));
         loadPatternCatalogue();
@@ -133,14 +147,34 @@ private slots:
         QTest::newRow("frmBadFiles") << FormShot { report, "These Skin files could not be matched to any Models...", "lblListHeader=PATH", true };
         QTest::newRow("frmPattern") << FormShot { patternEditor, "Create/Add Pattern to the Pattern File", "lblStep1=2. Choose the Model to associate the Skin file too:", true };
         QTest::newRow("dlgNewBoss") << FormShot { [] { return new dlgNewBoss; }, "Which WarBoss and Xan II models to use?", "lblBossChoice=Currently both boss models are turned on.  You only need one turned on.  I recommend the first choice below.", true };
+        QTest::newRow("dlgSaveAs") << FormShot { [] { return new dlgSaveAs; }, "Save Configuration As...", "lblExtention=.qvn" };
+        QTest::newRow("dlgOpen") << FormShot { [] { return new dlgOpen; }, "Open Existing Configuration...", "lblFilelist=File List:" };
+        QTest::newRow("dlgApply") << FormShot { [] { return new dlgApply; }, "Apply Configuration", "lblChooseConfig=Choose Configuration:" };
+        QTest::newRow("dlgLaunchUT") << FormShot { [] { return new dlgLaunchUT; }, "Launch Unreal Tournament", "Label1=Save & Apply current configuration and then launch Unreal Tournament?" };
+        QTest::newRow("dlgImport") << FormShot { [] { auto *d = new dlgImport; d->setFiles(GameUserIniFiles(AppOptions().UTPath)); return d; }, "Import from Game", "lblFiles=&Import the bot list of:" };
+        QTest::newRow("dlgRestore") << FormShot { [] { return new dlgRestore; }, "Restore Backup", "lblBackups=&Backups, newest first:" };
+        QTest::newRow("frmAbout") << FormShot { [] { return new frmAbout; }, "About Quorvane", "lblTitle=Quorvane" };
     }
     // clang-format on
 
     void forms() { shootFormRow(); }
 
+    // The overview of all bots beside the editor, two of them with content
+    // the game will not find.
+    void overview()
+    {
+        frmBots &form = m_session->form();
+        form.mnuFileNew->trigger();
+        form.cmbBot->setCurrentIndex(18);
+        QVERIFY(QTest::qWaitForWindowExposed(&form));
+        QVERIFY(saveScreenshot(form.dockOverview->grab().toImage(), "grdBots"));
+    }
+
+    void cleanupTestCase() { m_session.reset(); }
+
 private:
-    QTemporaryDir m_programDir;
+    std::unique_ptr<EditorSession> m_session;
 };
 
-QTEST_MAIN(TestScreenshotsStartup)
-#include "test_screenshots_startup.moc"
+QTEST_MAIN(TestScreenshots)
+#include "test_screenshots.moc"
