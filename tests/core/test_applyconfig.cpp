@@ -12,13 +12,11 @@
 #include <QFile>
 #include <QLockFile>
 #include <QRegularExpression>
-#include <QStringEncoder>
 #include <QTest>
 
 namespace {
 
 const QString Header = "[Botpack.ChallengeBotInfo]";
-const QString Zoe = QString::fromLatin1("BotNames[0]=Zo\xEB");
 
 // A configuration whose section has `lineCount` lines, its header first;
 // one of them has a Windows-1252 letter.
@@ -27,37 +25,10 @@ QByteArray configuration(int lineCount = 3, int valueLength = 1, bool withEmptyL
     QStringList lines { QString(80, '*'), "* c.qvn", "* Description:", "* Test", QString(80, '*') };
     if (withEmptyLine)
         lines.append(QString());
-    lines << Header << Zoe;
+    lines << Header << QString::fromLatin1("BotNames[0]=Zo\xEB");
     for (int i = 2; i < lineCount; ++i)
         lines.append(QString("Key[%1]=").arg(i) + QString(valueLength, 'v'));
     return crlf(lines);
-}
-
-// What follows the header in user.ini after an apply of configuration():
-// its key lines, empty ones up to 451, and an empty line of the apply's own.
-QStringList appliedLines(int sectionLines = 3)
-{
-    QStringList lines { Zoe };
-    for (int i = 2; i < sectionLines; ++i)
-        lines.append(QString("Key[%1]=v").arg(i));
-    while (lines.size() < 452)
-        lines.append(QString());
-    return lines;
-}
-
-// `lines`, "@new" standing for the applied lines, in one of the forms
-// user.ini comes in: 0-2 ANSI with CR LF, LF or CR, 3 UTF-8, 4 UTF-8 with a
-// BOM and LF, 5 UTF-16LE with a BOM.
-QByteArray encoded(const QStringList &lines, int form = 0)
-{
-    QStringList expanded;
-    for (const QString &line : lines)
-        expanded += line == "@new" ? appliedLines() : QStringList(line);
-    const QString newline = form == 2 ? "\r" : form == 1 || form == 4 ? "\n" : "\r\n";
-    const QString text = expanded.join(newline) + newline;
-    if (form == 5)
-        return "\xFF\xFE" + QByteArray(QStringEncoder(QStringConverter::Utf16LE).encode(text));
-    return form < 3 ? text.toLatin1() : (form == 4 ? "\xEF\xBB\xBF" : "") + text.toUtf8();
 }
 
 const QString RunningApply = "Unreal Tournament Is Running|Unreal Tournament is running. It "
@@ -124,8 +95,10 @@ private slots:
         const qsizetype start = original.indexOf(Header.toLatin1() + "\r\n");
         const qsizetype end = original.indexOf("\r\n\r\n", start);
         const qsizetype oldEnd = end < 0 ? original.size() : end + 2;
-        QByteArray expected = original.left(start) + crlf({ Header }) + crlf(appliedLines(452))
-            + original.mid(oldEnd);
+        // The configuration's section, and an empty line of the apply's own.
+        const QByteArray config = configuration(452);
+        const QByteArray expected = original.left(start)
+            + config.mid(config.indexOf(Header.toLatin1())) + "\r\n" + original.mid(oldEnd);
         QCOMPARE(readTestFile(game.userIni()), expected);
         QCOMPARE(readTestFile(game.userIni("System64")), expected);
         QList<BackupFile> added = ListBackups(); // the earlier ones hold no bots
@@ -154,83 +127,43 @@ private slots:
     }
 
     // Where the section is found, what stays around it, and the file's own
-    // encoding and line ends. The file is named twice and changed once.
+    // encoding and line ends: sections/<case>.ini with c.qvn applied is
+    // <case>.expected.ini; where <case>.restore.qvn2 exists, that backup is
+    // restored instead (the empty line that ends the section stays when the
+    // game has rewritten the file since the apply). A backup is asked for
+    // where <case>.backup.qvn2 holds what it must be: ANSI whatever
+    // user.ini's own encoding. The file is named twice and changed once.
     void replacesTheSection_data()
     {
-        QTest::addColumn<QByteArray>("userIni");
-        QTest::addColumn<QByteArray>("expected");
-        QTest::addColumn<QByteArray>("backup"); // empty: none asked for
-
-        // Over 256 bytes, with a letter beyond ASCII early and late.
-        const QStringList before { "[Engine.Engine]", QString::fromUtf8("Name=Zoë"),
-            "Pad=" + QString(300, 'x'), "" };
-        const QStringList after { "", "[Botpack.EndStats]", QString::fromUtf8("Zoë=1") };
-        const QStringList old { Header, QString::fromUtf8("BotNames[0]=Zoë"), "Difficulty=1" };
-        const char *forms[] = { "ansi, CR LF", "ansi, LF only", "ansi, CR only",
-            "utf-8 without bom", "utf-8 with bom, LF only", "utf-16le with bom" };
-        for (int form = 0; form < 6; ++form)
-            QTest::newRow(forms[form])
-                << encoded(before + old + after, form)
-                << encoded(before + QStringList { Header, "@new" } + after, form) << crlf(old);
-        for (const int form : { 4, 5 })
-            QTest::newRow(QByteArray(forms[form]) + ", section first")
-                << encoded({ Header, "x=1", "", "[B]" }, form)
-                << encoded({ Header, "@new", "", "[B]" }, form) << crlf({ Header, "x=1" });
-
-        const auto row
-            = [](const char *name, const QByteArray &userIni, const QStringList &expected) {
-                  QTest::newRow(name) << userIni << encoded(expected) << QByteArray();
-              };
-        row("capitals and trailing spaces kept",
-            crlf({ "[A]", "", "[BotPack.CHALLENGEBotInfo]  ", "x=1", "", "[B]" }),
-            { "[A]", "", "[BotPack.CHALLENGEBotInfo]  ", "@new", "", "[B]" });
-        row("leading space is another section: appended", crlf({ " " + Header, "x=1" }),
-            { " " + Header, "x=1", Header, "@new" });
-        row("the header within a line is none: appended",
-            crlf({ "x=" + Header, "[Botpack.ChallengeBotInfoX]" }),
-            { "x=" + Header, "[Botpack.ChallengeBotInfoX]", Header, "@new" });
-        row("header after a line ended by a CR alone",
-            "[A]\r\n[B]\r[Botpack.ChallengeBotInfo]\r\nx=1", { "[A]", "[B]\r" + Header, "@new" });
-        row("no section, no final line ending", "[A]\r\nb=1", { "[A]", "b=1", Header, "@new" });
-        row("section at the end, no final line ending", "[A]\r\n[Botpack.ChallengeBotInfo]\r\nx=1",
-            { "[A]", Header, "@new" });
-        row("header on the last line", "[A]\r\n[Botpack.ChallengeBotInfo]",
-            { "[A]", Header, "@new" });
-        row("only the first section replaced",
-            crlf({ Header, "x=1", "", "[botpack.challengebotinfo]", "y=2" }),
-            { Header, "@new", "", "[botpack.challengebotinfo]", "y=2" });
+        QTest::addColumn<QString>("path"); // without ".ini"
+        const QDir dir(testDataDir() + "config/sections", "*.expected.ini");
+        QVERIFY(dir.count() > 0);
+        for (const QString &name : dir.entryList())
+            QTest::newRow(qPrintable(name.chopped(13))) << dir.filePath(name.chopped(13));
     }
 
     void replacesTheSection()
     {
-        QFETCH(QByteArray, userIni);
-        QFETCH(QByteArray, expected);
-        QFETCH(QByteArray, backup);
+        QFETCH(QString, path);
+        const QByteArray backup = readTestFile(path + ".backup.qvn2");
+        const QByteArray restored = readTestFile(path + ".restore.qvn2");
         GameFolder game;
-        QVERIFY(writeTestFile(game.userIni(), userIni));
+        QVERIFY(writeTestFile(game.userIni(), readTestFile(path + ".ini")));
         QVERIFY(writeTestFile(game.config("c.qvn"), configuration()));
+        QVERIFY(writeTestFile(game.config("r.qvn2"), restored));
         setGameRunning(true);
         ScriptedPrompt prompt;
-        QVERIFY(ApplyConfiguration(
-            "c.qvn", !backup.isEmpty(), { game.userIni(), game.userIni() }, false));
-        QCOMPARE(prompt.transcript(), QStringList("Apply Configuration...|Completed"));
-        QCOMPARE(readTestFile(game.userIni()), expected);
-        // The backup is ANSI whatever user.ini's own encoding.
-        const QStringList backups = game.backups();
-        QCOMPARE(backups.size(), backup.isEmpty() ? 0 : 1);
-        QCOMPARE(readTestFile(game.config(backups.value(0))), backup);
-    }
-
-    // The empty line that ends the section stays when the game has written
-    // the file since the apply.
-    void restoreKeepsTheSectionApart()
-    {
-        GameFolder game;
-        QVERIFY(writeTestFile(game.userIni(), crlf({ Header, "n=1", "", "[B]" })));
-        QVERIFY(writeTestFile(game.config("old.qvn2"), crlf({ Header, "o=1" })));
-        ScriptedPrompt prompt;
-        QVERIFY(RestoreBackup("old.qvn2", game.userIni()));
-        QCOMPARE(readTestFile(game.userIni()), crlf({ Header, "o=1", "", "[B]" }));
+        const bool apply = restored.isEmpty();
+        QVERIFY(apply ? ApplyConfiguration(
+                    "c.qvn", !backup.isEmpty(), { game.userIni(), game.userIni() }, false)
+                      : RestoreBackup("r.qvn2", game.userIni(), false));
+        QCOMPARE(prompt.transcript(),
+            QStringList(
+                apply ? "Apply Configuration...|Completed" : "Restore Backup...|Completed"));
+        QCOMPARE(byteDifference(readTestFile(game.userIni()), readTestFile(path + ".expected.ini")),
+            QString());
+        QCOMPARE(game.backups().size(), backup.isEmpty() ? 0 : 1);
+        QCOMPARE(readTestFile(game.config(game.backups().value(0))), backup);
     }
 
     // Nothing changes when an apply or restore is refused or a fault is found

@@ -31,6 +31,25 @@ QByteArray crlf(const QStringList &lines)
     return bytes;
 }
 
+QString byteDifference(const QByteArray &actual, const QByteArray &expected)
+{
+    qsizetype at = 0;
+    while (at < actual.size() && at < expected.size() && actual.at(at) == expected.at(at))
+        ++at;
+    if (at == actual.size() && at == expected.size())
+        return {};
+    const auto around = [at](const QByteArray &bytes) {
+        QString text;
+        for (const char byte : bytes.mid(qMax<qsizetype>(0, at - 16), 48))
+            text += byte == '\r'            ? QString("<CR>")
+                : byte == '\n'              ? QString("<LF>")
+                : byte >= ' ' && byte < 127 ? QString(QLatin1Char(byte))
+                                            : QString::asprintf("<%02X>", quint8(byte));
+        return text;
+    };
+    return QString("byte %1: %2 | expected: %3").arg(at).arg(around(actual), around(expected));
+}
+
 QStringList testDataLines(const QString &name)
 {
     return QString::fromUtf8(readTestFile(testDataDir() + name)).split(u'\n', Qt::SkipEmptyParts);

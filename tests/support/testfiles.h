@@ -26,6 +26,12 @@ inline QString testDataDir()
 // result that a test compares its joined result with.
 QStringList testDataLines(const QString &name);
 
+// Empty when `actual` is `expected` byte for byte; else the offset where
+// they first part and the bytes from a little before it in each, line ends
+// and bytes beyond ASCII written as <CR>, <LF>, <EB>: a readable failure for
+// files that must match exactly.
+QString byteDifference(const QByteArray &actual, const QByteArray &expected);
+
 // Lines joined with CR LF, each ended by it: the shape of the files the
 // program writes.
 QByteArray crlf(const QStringList &lines);
