@@ -64,12 +64,16 @@ private slots:
         run({ "save", "night.qvn", "--roster", "-" }, json(night));
         run({ "save", "c.qvn", "--roster", "-" },
             json(changed("BotSkins", "SoldierSkins.gone", 2)));
+        for (const QJsonValue &roster :
+            QJsonArray { "{\"BotNames\": [", "[]", changed("BotSkins", QJsonValue::Undefined),
+                changed("BotColour", 1), changed("BotNames", shortNames), changed("BotTeams", "0"),
+                changed("BotJumpy", "1", 5), changed("Camping", 32768, 0),
+                changed("Difficulty", -32769), changed("bAdjustSkill", 1),
+                changed("BotClasses", QJsonValue::Null, 2) })
+            run({ "save", "bad.qvn", "--roster", "-" }, json(roster));
         for (const QStringList &arguments : QList<QStringList> { { "save", "Alpha.qvn" },
                  { "save", "mike.QVN" }, { "open", "night.qvn" }, { "describe", "night.qvn" },
-                 { "save", "Default.qvn" }, { "list" },
-                 { "apply", "Default.qvn", "--backup", "--target", system64, "--target", system,
-                     "--target", system64 },
-                 { "backups" }, { "--game-dir", real, "check", "c.qvn" },
+                 { "save", "Default.qvn" }, { "list" }, { "--game-dir", real, "check", "c.qvn" },
                  { "import", "--game-dir", real }, { "options" },
                  { "options", "--write", "--auto-close", "1", "--config-path", "/games/configs",
                      "--ut-path", "/games/ut/" },
@@ -89,16 +93,13 @@ private slots:
                  { "boss" }, { "--game-dir", path("none"), "boss", "--set", "1" },
                  { "teach", "Robots.int", "Tin Man" }, { "teach", "Tin.int", "Warlord" },
                  { "forget", "Tin" }, { "teach", "tin.INT", "tin man" }, { "patterns", "--json" },
-                 { "scan", "--json" }, { "forget", "Tin" }, { "scan" }, { "unmatched", "--save" } })
+                 { "scan", "--json" }, { "forget", "Tin" }, { "scan" }, { "unmatched", "--save" },
+                 { "apply", "Default.qvn", "--backup", "--target", system64, "--target", system,
+                     "--target", system64 },
+                 { "backups" } })
             run(arguments);
-        for (const QJsonValue &roster :
-            QJsonArray { "{\"BotNames\": [", "[]", changed("BotSkins", QJsonValue::Undefined),
-                changed("BotColour", 1), changed("BotNames", shortNames), changed("BotTeams", "0"),
-                changed("BotJumpy", "1", 5), changed("Camping", 32768, 0),
-                changed("Difficulty", -32769), changed("bAdjustSkill", 1),
-                changed("BotClasses", QJsonValue::Null, 2) })
-            run({ "save", "bad.qvn", "--roster", "-" }, json(roster));
-        // Each backup restores its own file.
+        // Each backup restores its own file; one made in the same second
+        // as the backup it restores from is numbered, not put in its place.
         for (const QString &backup : QDir(path("configs")).entryList({ "*.qvn2" }))
             run({ "restore", backup });
         for (const QString command : { "scan", "boss", "patterns", "teach", "forget", "unmatched" })
@@ -179,7 +180,7 @@ private:
             if (!after.contains(file))
                 m_transcript += "removed " + file + '\n';
             else if (!before.contains(file) || before.value(file) != content)
-                m_transcript += "wrote " + file
+                m_transcript += (before.contains(file) ? "changed " : "wrote ") + file
                     + (content.size() > 400
                             ? u" (%1 bytes)"_s.arg(content.size())
                             : " [" + QString(content).replace("\r\n", "\\r\\n") + ']')
@@ -200,7 +201,7 @@ private:
             .replace(QRegularExpression(
                          R"(\d+-\d+-\d+([-_T][-\dhms:]+)?|\w+day, \w+ \d+, \d+|\d+:\d+:\d+)"),
                 "<time>")
-            .remove(QRegularExpression(R"( \(2\)(?=\.qvn2))")); // the second backup of a second
+            .remove(QRegularExpression(R"( \(2\)(?=\.qvn2))")); // a second backup in a second
         QCOMPARE(std::exchange(m_transcript, {}).split('\n', Qt::SkipEmptyParts),
             testDataLines(expected));
     }
