@@ -11,8 +11,13 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
+// The commands run one after another on the same folders; what each printed,
+// its exit code and every file it changed go into one transcript, which is
+// compared with an expected file.
 class TestCli : public QObject
 {
     Q_OBJECT
@@ -20,206 +25,101 @@ class TestCli : public QObject
 private slots:
     void initTestCase()
     {
-        init();
-        m_defaultRoster = cli({ "defaults" }).json().toObject();
-    }
-
-    void init()
-    {
-        m_dir = std::make_unique<QTemporaryDir>();
-        QVERIFY(QDir(m_dir->path()).mkpath("program") && QDir(m_dir->path()).mkpath("configs"));
-    }
-
-    // A roster saved from stdin opens as it was given, every description
-    // line with a space after it; list names every configuration. The
-    // directories may follow the command too.
-    void saveOpenDescribeAndList()
-    {
-        QCOMPARE(cli({ "defaults" }).out, readTestFile(testDataDir() + "cli/defaults.json"));
-        QJsonObject roster = changed("BotNames", u"Zoë=the=Brave"_s, 3);
-        roster.insert("Difficulty", 5);
-        roster.insert("Description", "Night matches, small maps");
-        const CliRun save = cli(dirs() + QStringList { "save", "night.qvn", "--roster", "-" },
-            QJsonDocument(roster).toJson());
-        QCOMPARE(QString::number(save.exitCode) + save.err + save.out,
-            "0" + QDir::toNativeSeparators(configDir() + "/night.qvn\n"));
-        for (const QString name : { "zulu.qvn", "Alpha.qvn", "mike.QVN" })
-            QCOMPARE(cli({ "save", name, "--config-dir", configDir() }).exitCode, 0);
-        QVERIFY(writeTestFile(configDir() + "/notes.txt", "not a configuration"));
-
-        roster.insert("Description", "Night matches, small maps ");
-        QCOMPARE(cli(dirs() + QStringList { "open", "night.qvn" }).json().toObject(), roster);
-        QCOMPARE(cli(dirs() + QStringList { "describe", "night.qvn" }).out,
-            "\"Night matches, small maps \"\n");
-        QStringList listed;
-        for (const QJsonValue &entry : cli(dirs() + QStringList { "list" }).json().toArray())
-            listed << entry["file"].toString() + '|' + entry["description"].toString();
-        QCOMPARE(listed,
-            QStringList({ "Alpha.qvn| ", "mike.QVN| ", "night.qvn|Night matches, small maps ",
-                "zulu.qvn| " }));
-    }
-
-    // The user.ini files chosen, each once, in the order given, are printed
-    // and backed up; each backup restores its own file.
-    void applyAndRestore()
-    {
-        const QByteArray original = readTestFile(realWorldDir() + "vanilla-server/System/User.ini");
-        const QString system = gamePath("System/User.ini"),
-                      system64 = gamePath("System64/User.ini");
-        QVERIFY(writeTestFile(system, original) && writeTestFile(system64, original));
-        QCOMPARE(cli(dirs() + QStringList { "save", "Default.qvn" }).exitCode, 0);
-        const CliRun apply = cli(dirs()
-            + QStringList { "apply", "Default.qvn", "--backup", "--target", system64, "--target",
-                system, "--target", system64 });
-        QCOMPARE(
-            QString::number(apply.exitCode) + apply.out, "0" + system64 + '\n' + system + '\n');
-        QVERIFY(readTestFile(system) != original);
-
-        const QJsonArray backups = cli(dirs() + QStringList { "backups" }).json().toArray();
-        QCOMPARE(backups.size(), 2);
-        QCOMPARE(backups[0]["bots"][31], QJsonValue("Kragoth"));
-        QStringList restored;
-        for (const QJsonValue &backup : backups) {
-            const CliRun restore
-                = cli(dirs() + QStringList { "restore", backup["file"].toString() });
-            restored << QString::number(restore.exitCode) + ' ' + restore.err + restore.out;
-        }
-        restored.sort();
-        const QString completed = "0 Restore Backup...: Completed\n";
-        QCOMPARE(restored, QStringList({ completed + system + '\n', completed + system64 + '\n' }));
-        QCOMPARE(readTestFile(system) + readTestFile(system64), original + original);
-        QCOMPARE(cli(dirs() + QStringList { "backups" }).json().toArray().size(), 4);
+        QVERIFY(writeTestFile(
+            path("program/int.ini"), readTestFile(QUORVANE_SOURCE_DIR "/src/data/int.ini")));
+        QVERIFY(writeTestFile(path("program/pattern.ini"), {}));
+        // One add-on model, a skin package for it whose name does not say
+        // so, and the boss package with both variants on.
+        const QString game = testDataDir() + "cli/catalog-game/System/";
+        for (const QString &name : QDir(game).entryList(QDir::Files))
+            QVERIFY(writeTestFile(path("game/System/" + name), readTestFile(game + name)));
+        const QByteArray userIni = readTestFile(realWorldDir() + "vanilla-server/System/User.ini");
+        QVERIFY(writeTestFile(path("game/System/User.ini"), userIni)
+            && writeTestFile(path("game/System64/User.ini"), userIni));
+        QVERIFY(writeTestFile(path("game/System/Other.ini"), crlf({ "[Engine.Engine]" })));
+        QVERIFY(writeTestFile(path("configs/kept.qvn"), "my own file\r\n")
+            && writeTestFile(path("configs/notes.txt"), "not a configuration"));
+        QVERIFY(writeTestFile(
+            path("file"), crlf({ "x", "", "[Botpack.ChallengeBotInfo]", "BotNames[0]=Evil" })));
     }
 
     // Nothing outside the configuration directory is read or written, and
-    // nothing at all when a command is refused or its write fails.
-    void refusals_data()
+    // nothing at all when a command is refused.
+    void commandsInTurn()
     {
-        QTest::addColumn<QStringList>("arguments"); // @ the game directory
-        QTest::addColumn<QByteArray>("input");
-        QTest::addColumn<qint64>("fileSizeLimit");
-
-        const auto row
-            = [](const char *tag, const QStringList &arguments, qint64 fileSizeLimit = 0) {
-                  QTest::newRow(tag) << arguments << QByteArray() << fileSizeLimit;
-              };
-        row("no command", {});
-        row("unknown command", { "frobnicate" });
-        row("missing name", { "save" });
-        row("extra argument", { "open", "a.qvn", "b.qvn" });
-        row("unknown option", { "defaults", "--bogus" });
-        row("auto-close not a number", { "options", "--write", "--auto-close", "yes" });
-        row("change without --write", { "options", "--ut-path", "/x" });
-        for (const QStringList &command :
-            QList<QStringList> { { "save", "../game/System/User.ini", "--force" },
-                { "apply", "../file", "--backup" }, { "open", "../file" },
-                { "describe", "../file" } })
-            row(qPrintable(command[0] + " outside"), command);
-        row("save over a file without --force", { "save", "kept.qvn" });
-        row("apply a missing configuration", { "apply", "gone.qvn" });
-        row("apply to a missing target",
-            { "apply", "Default.qvn", "--target", "@/System/User.ini", "--target",
-                "@/System64/User.ini" });
-        row("import a file without a bot list", { "import", "--from", "@/System/Other.ini" });
-#ifdef Q_OS_UNIX
-        // Room for user.ini's working copy, not for a configuration.
-        row("save over a file, disk full", { "save", "kept.qvn", "--force" }, 4096);
-        row("save a new file, disk full", { "save", "new.qvn" }, 4096);
-        row("apply, disk full", { "apply", "Default.qvn" }, 4096);
-#endif
-
+        run({ "--version" });
+        m_defaultRoster = QJsonDocument::fromJson(run({ "defaults" }).out).object();
+        QJsonObject night = changed("BotNames", u"Zoë=the=Brave"_s, 3);
+        night.insert("Difficulty", 5);
+        night.insert("Description", "Night matches, small maps");
         QJsonArray shortNames = m_defaultRoster.value("BotNames").toArray();
         shortNames.removeLast();
-        const auto roster = [](const char *tag, const QJsonValue &json) {
-            QTest::newRow(tag) << QStringList { "save", "bad.qvn", "--roster", "-" }
-                               << (json.isString() ? json.toString().toUtf8()
-                                                   : QJsonDocument(json.toObject()).toJson())
-                               << qint64(0);
+        const QString system = path("game/System/User.ini"),
+                      system64 = path("game/System64/User.ini"),
+                      real = realWorldDir() + "vanilla-server";
+        const auto json = [](const QJsonValue &roster) {
+            return roster.isObject() ? QJsonDocument(roster.toObject()).toJson()
+                                     : roster.toString().toUtf8();
         };
-        roster("not JSON", "{\"BotNames\": [");
-        roster("an array", "[]");
-        roster("missing key", changed("BotSkins", QJsonValue::Undefined));
-        roster("unknown key", changed("BotColour", 1));
-        roster("31 names", changed("BotNames", shortNames));
-        roster("teams not an array", changed("BotTeams", "0"));
-        roster("number as text", changed("BotJumpy", "1", 5));
-        roster("beyond 16 bits", changed("Camping", 32768, 0));
-        roster("below 16 bits", changed("Difficulty", -32769));
-        roster("boolean as number", changed("bAdjustSkill", 1));
-        roster("no class", changed("BotClasses", QJsonValue::Null, 2));
+        run({ "save", "night.qvn", "--roster", "-" }, json(night));
+        run({ "save", "c.qvn", "--roster", "-" },
+            json(changed("BotSkins", "SoldierSkins.gone", 2)));
+        for (const QJsonValue &roster :
+            QJsonArray { "{\"BotNames\": [", "[]", changed("BotSkins", QJsonValue::Undefined),
+                changed("BotColour", 1), changed("BotNames", shortNames), changed("BotTeams", "0"),
+                changed("BotJumpy", "1", 5), changed("Camping", 32768, 0),
+                changed("Difficulty", -32769), changed("bAdjustSkill", 1),
+                changed("BotClasses", QJsonValue::Null, 2) })
+            run({ "save", "bad.qvn", "--roster", "-" }, json(roster));
+        for (const QStringList &arguments : QList<QStringList> { { "save", "Alpha.qvn" },
+                 { "save", "mike.QVN" }, { "open", "night.qvn" }, { "describe", "night.qvn" },
+                 { "save", "Default.qvn" }, { "list" }, { "--game-dir", real, "check", "c.qvn" },
+                 { "import", "--game-dir", real }, { "options" },
+                 { "options", "--write", "--auto-close", "1", "--config-path", "/games/configs",
+                     "--ut-path", "/games/ut/" },
+                 { "options", "--write", "--ut-path", "/other/ut" }, { "options" },
+                 // Refused: nothing printed on stdout, no file changed.
+                 {}, { "frobnicate" }, { "save" }, { "open", "a.qvn", "b.qvn" },
+                 { "defaults", "--bogus" }, { "options", "--write", "--auto-close", "yes" },
+                 { "options", "--ut-path", "/x" }, { "save", "../game/System/User.ini", "--force" },
+                 { "apply", "../file", "--backup" }, { "open", "../file" },
+                 { "describe", "../file" }, { "save", "kept.qvn" }, { "apply", "gone.qvn" },
+                 { "apply", "Default.qvn", "--target", system, "--target",
+                     path("game/System32/User.ini") },
+                 { "import", "--from", path("game/System/Other.ini") },
+                 // The skin catalogue: a taught pattern matches the skin file,
+                 // forgetting it leaves the file unmatched.
+                 { "scan" }, { "boss" }, { "boss", "--set", "3" }, { "boss", "--set", "2" },
+                 { "boss" }, { "--game-dir", path("none"), "boss", "--set", "1" },
+                 { "teach", "Robots.int", "Tin Man" }, { "teach", "Tin.int", "Warlord" },
+                 { "forget", "Tin" }, { "teach", "tin.INT", "tin man" }, { "patterns", "--json" },
+                 { "scan", "--json" }, { "forget", "Tin" }, { "scan" }, { "unmatched", "--save" },
+                 { "apply", "Default.qvn", "--backup", "--target", system64, "--target", system,
+                     "--target", system64 },
+                 { "backups" } })
+            run(arguments);
+        // Each backup restores its own file; one made in the same second
+        // as the backup it restores from is numbered, not put in its place.
+        for (const QString &backup : QDir(path("configs")).entryList({ "*.qvn2" }))
+            run({ "restore", backup });
+        for (const QString command : { "scan", "boss", "patterns", "teach", "forget", "unmatched" })
+            run({ command, "--help" });
+        compareTranscript("cli/commands.txt");
     }
 
-    void refusals()
+    // On the folders commandsInTurn() left, with room for user.ini's working
+    // copy, not for a configuration.
+    void diskFull()
     {
-        QFETCH(QStringList, arguments);
-        QFETCH(QByteArray, input);
-        QFETCH(qint64, fileSizeLimit);
-        QVERIFY(writeTestFile(gamePath("System/User.ini"),
+#ifndef Q_OS_UNIX
+        QSKIP("The file size limit that fills the disk is Unix's");
+#endif
+        QVERIFY(writeTestFile(path("game/System/User.ini"),
             crlf({ "[Botpack.ChallengeBotInfo]", "BotNames[0]=Quill" })));
-        QVERIFY(writeTestFile(gamePath("System/Other.ini"), crlf({ "[Engine.Engine]" })));
-        QVERIFY(writeTestFile(configDir() + "/kept.qvn", "my own file\r\n"));
-        QCOMPARE(cli(dirs() + QStringList { "save", "Default.qvn" }).exitCode, 0);
-        QVERIFY(writeTestFile(m_dir->filePath("file"),
-            crlf({ "x", "", "[Botpack.ChallengeBotInfo]", "BotNames[0]=Evil" })));
-        const QMap<QString, QByteArray> before = files();
-
-        arguments.replaceInStrings(QRegularExpression("^@"), gameDir());
-        const CliRun run = cli(dirs() + arguments, input, fileSizeLimit);
-        // The exit code and stderr up to an empty line: the usage goes on.
-        m_said << expectedLine(QTest::currentDataTag(),
-            QString::number(run.exitCode) + ' '
-                + QString(run.err).replace(m_dir->path(), "@").section("\n\n", 0, 0));
-        QCOMPARE(run.out, QByteArray());
-        QCOMPARE(files(), before);
-    }
-
-    void refusalMessages()
-    {
-        QCOMPARE(m_said, expectedLines("cli/refusals.txt", m_said));
-    }
-
-    void optionsWriteChangesOnlyTheGivenFields()
-    {
-        QCOMPARE(cli({ "options" }).json()["FirstRun"], QJsonValue(true));
-        QCOMPARE(cli({ "options", "--write", "--auto-close", "1", "--config-path", "/games/configs",
-                         "--ut-path", "/games/ut/" })
-                     .exitCode,
-            0);
-        QCOMPARE(cli({ "options", "--write", "--ut-path", "/other/ut" }).exitCode, 0);
-        const QJsonObject expected { { "AutoCloseSplash", 1 }, { "FirstRun", false },
-            { "ConfigPath", "/games/configs/" }, { "UTPath", "/other/ut/" } };
-        QCOMPARE(cli({ "options" }).json().toObject(), expected);
-    }
-
-    void importReadsTheGamesList()
-    {
-        const CliRun run = cli({ "import", "--game-dir", realWorldDir() + "vanilla-server" });
-        QCOMPARE(run.exitCode, 0);
-        QCOMPARE(run.json()["CombatStyle"][16], QJsonValue("0.500000"));
-        QVERIFY(run.json()["Description"].toString().startsWith("Imported from "));
-    }
-
-    void checkListsWhatIsNotInstalled()
-    {
-        QVERIFY(QFile::copy(
-            QUORVANE_SOURCE_DIR "/src/data/int.ini", m_dir->filePath("program/int.ini")));
-        const QStringList dirs { "--game-dir", realWorldDir() + "vanilla-server", "--config-dir",
-            configDir() };
-        QCOMPARE(cli(dirs + QStringList { "save", "c.qvn", "--roster", "-" },
-                     QJsonDocument(changed("BotSkins", "SoldierSkins.gone", 2)).toJson())
-                     .exitCode,
-            0);
-        const CliRun check = cli(dirs + QStringList { "check", "c.qvn" });
-        QCOMPARE(check.exitCode, 0);
-        const QJsonObject gone { { "slot", 2 }, { "bot", "Alarik" }, { "field", "skin" },
-            { "value", "SoldierSkins.gone" },
-            { "problem", "Skin \"SoldierSkins.gone\" is not installed" } };
-        QCOMPARE(check.json().toArray(), QJsonArray { gone });
-    }
-
-    void version()
-    {
-        QCOMPARE(runCli({ "--version" }).out, "quorvane-cli " QUORVANE_VERSION "\n");
+        for (const QStringList &arguments : QList<QStringList> { { "save", "kept.qvn", "--force" },
+                 { "save", "new.qvn" }, { "apply", "Default.qvn" } })
+            run(arguments, {}, 4096);
+        compareTranscript("cli/disk-full.txt");
     }
 
     // quorvane-cli copied into the layouts it is shipped in keeps
@@ -263,18 +163,51 @@ private slots:
 
 private:
     // Never the executable's directory: the tests must not write beside it.
-    CliRun cli(const QStringList &arguments, const QByteArray &input = {}, qint64 fileSizeLimit = 0)
+    CliRun run(const QStringList &arguments, const QByteArray &input = {}, qint64 fileSizeLimit = 0)
     {
-        return runCli(QStringList { "--program-dir", m_dir->filePath("program") } + arguments,
+        const QMap<QString, QByteArray> before = files();
+        const CliRun run = runCli(QStringList { "--program-dir", path("program"), "--game-dir",
+                                      path("game"), "--config-dir", path("configs") }
+                + arguments,
             { input, fileSizeLimit });
+        m_transcript += "$ " + arguments.join(' ') + '\n' + QString::fromUtf8(run.out) + run.err
+            + "exit " + QString::number(run.exitCode) + '\n';
+        const QMap<QString, QByteArray> after = files();
+        QStringList paths = before.keys() + after.keys();
+        paths.removeDuplicates();
+        for (const QString &file : paths) {
+            const QByteArray content = after.value(file);
+            if (!after.contains(file))
+                m_transcript += "removed " + file + '\n';
+            else if (!before.contains(file) || before.value(file) != content)
+                m_transcript += (before.contains(file) ? "changed " : "wrote ") + file
+                    + (content.size() > 400
+                            ? u" (%1 bytes)"_s.arg(content.size())
+                            : " [" + QString(content).replace("\r\n", "\\r\\n") + ']')
+                    + '\n';
+        }
+        return run;
     }
-    QString configDir() const
+    // The transcript with "@" for the test's directory, "<real>" for the
+    // real-world game and "<time>" for dates and times.
+    void compareTranscript(const QString &expected)
     {
-        return m_dir->filePath("configs");
+        for (const QString &dir : { m_dir.path(), realWorldDir().chopped(1) }) {
+            const QString native = QDir::toNativeSeparators(dir);
+            const QString mark = dir == m_dir.path() ? "@" : "<real>";
+            m_transcript.replace(native, mark).replace(QString(native).replace('\\', "\\\\"), mark);
+        }
+        m_transcript
+            .replace(QRegularExpression(
+                         R"(\d+-\d+-\d+([-_T][-\dhms:]+)?|\w+day, \w+ \d+, \d+|\d+:\d+:\d+)"),
+                "<time>")
+            .remove(QRegularExpression(R"( \(2\)(?=\.qvn2))")); // a second backup in a second
+        QCOMPARE(std::exchange(m_transcript, {}).split('\n', Qt::SkipEmptyParts),
+            testDataLines(expected));
     }
-    QString gameDir() const
+    QString path(const QString &relative) const
     {
-        return m_dir->filePath("game");
+        return QDir::toNativeSeparators(m_dir.filePath(relative));
     }
     // The default roster with `key` (its `slot`) set to `value`, or without it.
     QJsonObject changed(const QString &key, const QJsonValue &value, int slot = -1) const
@@ -289,30 +222,22 @@ private:
             copy.insert(key, slot >= 0 ? QJsonValue(array) : value);
         return copy;
     }
-    QString gamePath(const QString &relative) const
-    {
-        return QDir::toNativeSeparators(gameDir() + '/' + relative);
-    }
-    QStringList dirs() const
-    {
-        return { "--game-dir", gameDir(), "--config-dir", configDir() };
-    }
     // Every file below the test's directory with its content.
     QMap<QString, QByteArray> files() const
     {
         QMap<QString, QByteArray> contents;
         for (QDirIterator it(
-                 m_dir->path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+                 m_dir.path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
              it.hasNext();) {
-            const QString path = it.next();
-            contents.insert(path, readTestFile(path));
+            const QString file = it.next();
+            contents.insert(QDir::toNativeSeparators(file), readTestFile(file));
         }
         return contents;
     }
 
-    std::unique_ptr<QTemporaryDir> m_dir;
+    QTemporaryDir m_dir;
     QJsonObject m_defaultRoster;
-    QStringList m_said; // the lines refusalMessages() compares
+    QString m_transcript;
 };
 
 QTEST_GUILESS_MAIN(TestCli)
