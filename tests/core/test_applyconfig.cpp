@@ -268,31 +268,6 @@ private slots:
         QCOMPARE(readTestFile(game.userIni("System64")), big);
         QCOMPARE(game.backups().size(), smallChanged && smallHasSection ? 1 : 0);
     }
-
-    // Newest first by the time in the name, a numbered one after the first
-    // of its second, with a preview of the bots in slot order.
-    void listsBackups()
-    {
-        GameFolder game;
-        const QDateTime march(QDate(2001, 3, 7), QTime(9, 5, 3));
-        QVERIFY(writeTestFile(game.config(BackupFileName(march)),
-            crlf({ Header, "BotNames[1]=Second", "BotNames[0]=First" })));
-        for (const QString &name : { QString("curconfig_bkup_(3-7-2001-9-5-3) (2).qvn2"),
-                 BackupFileName(QDateTime(QDate(2012, 12, 31), QTime(23, 0, 58)), "System64"),
-                 BackupFileName(QDateTime(QDate(2010, 1, 2), QTime(1, 2, 3))), QString("c.qvn") })
-            QVERIFY(writeTestFile(game.config(name), crlf({ Header })));
-
-        QStringList listed;
-        for (const BackupFile &backup : ListBackups())
-            listed << backup.fileName + ' ' + backup.time.toString(Qt::ISODate) + ' '
-                    + backup.botNames.join(',');
-        QCOMPARE(listed,
-            QStringList({ "curconfig_bkup_(12-31-2012-23-0-58)_System64.qvn2 2012-12-31T23:00:58 ",
-                "curconfig_bkup_(1-2-2010-1-2-3).qvn2 2010-01-02T01:02:03 ",
-                "curconfig_bkup_(3-7-2001-9-5-3) (2).qvn2 2001-03-07T09:05:03 ",
-                "curconfig_bkup_(3-7-2001-9-5-3).qvn2 2001-03-07T09:05:03 First,Second" }));
-    }
-
     // The messages of the refusals above, and the problems found in names
     // typed for a configuration, word for word.
     void messages()

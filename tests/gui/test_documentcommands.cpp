@@ -100,8 +100,6 @@ private slots:
     {
         QTest::addColumn<QString>("steps"); // see play
         // clang-format off
-        QTest::newRow("new") << "New";
-        QTest::newRow("opened") << "Open,>Team.qvn";
         QTest::newRow("saved as") << "New,SaveAs,>Bots";
         QTest::newRow("save as cancelled") << "New,SaveAs,>Bots,SaveAs,>!";
         QTest::newRow("unnamed save asks a name") << "New,edit,Save,>!";

@@ -6,7 +6,6 @@
 #include "configfiles/forms/dlgError.h"
 #include "startup/forms/dlgChangeConfigPath.h"
 #include "startup/forms/dlgCorrectUTPath.h"
-#include "startup/forms/frmSplash.h"
 
 class TestStartupForms : public QObject
 {
@@ -225,18 +224,6 @@ private slots:
             "Error Number: 53|Unknown Error has occured in Sub Main");
         QVERIFY(dialog.lblErrFileLoc->text().startsWith(ProgramDir() + "ErrNum53_")
             && !dialog.isVisible());
-    }
-
-    // Each step moves the band.
-    void splashBandScrolls()
-    {
-        frmSplash splash;
-        splash.show();
-        QCoreApplication::processEvents(); // where the band is drawn
-        const QImage before = splash.pbGradient->pixmap().toImage();
-        splash.advance();
-        QCoreApplication::processEvents();
-        QVERIFY(!before.isNull() && splash.pbGradient->pixmap().toImage() != before);
     }
 
 private:

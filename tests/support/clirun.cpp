@@ -1,5 +1,6 @@
 #include "clirun.h"
 
+#include <QDebug>
 #include <QProcess>
 
 #ifdef Q_OS_UNIX

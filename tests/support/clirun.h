@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QJsonArray>
-#include <QJsonDocument>
 #include <QProcessEnvironment>
 #include <QStringList>
 
@@ -11,9 +9,6 @@ struct CliRun
     int exitCode = -1;
     QByteArray out;
     QString err;
-
-    // stdout as JSON; a lone string parses too.
-    QJsonValue json() const { return QJsonDocument::fromJson('[' + out + ']').array().at(0); }
 };
 
 struct CliCall
