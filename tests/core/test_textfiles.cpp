@@ -306,24 +306,6 @@ private slots:
         QTEST(got, "read");
     }
 
-    void stripQuotes()
-    {
-        QCOMPARE(QStringList({ StripQuotes("\"Male One\""), StripQuotes("abc\""),
-                     StripQuotes("\"abc"), StripQuotes("\""), StripQuotes("\"\"x\"\"") }),
-            QStringList({ "Male One", "abc", "abc", "", "\"x\"" }));
-    }
-
-    // A file still to be created keeps its name in the real directory,
-    // whatever case the path is written in.
-    void findPathNoCaseFollowsTheRealNames()
-    {
-        QTemporaryDir dir;
-        const QString root = AddBackslash(QDir::toNativeSeparators(dir.path()));
-        QVERIFY(QDir(root).mkdir("SYSTEM"));
-        QCOMPARE(findPathNoCase(root, QDir::toNativeSeparators("system/dummy.ini")),
-            root + "SYSTEM" + QDir::separator() + "dummy.ini");
-    }
-
     // Missing files are passed over without a word, other failures reported;
     // a move whose copy fails keeps its source. (Moves and deletions of a
     // configuration folder's listing, folders among them: the options dialog's

@@ -139,7 +139,7 @@ private slots:
         }, "Choose Configuration Directory...", "lblFolder=Folder:" };
         QTest::newRow("dlgDescr") << FormShot { [] { return new dlgDescr; }, "Enter Description", "lblWarning=Changes are only applied.  Must save configuration to save description.", true };
         QTest::newRow("dlgError") << FormShot { errorDialog, "Error Number: 53", "lblErrDescr=File not found: C:\\UnrealTournament\\System\\int.ini", true };
-        QTest::newRow("frmBots") << FormShot { [] { return mainWindow(false); }, "Quorvane for Unreal Tournament", "lblFavWep=Favorite Weapon:" };
+        QTest::newRow("frmBots") << FormShot { [] { return mainWindow(false); }, "Quorvane for Unreal Tournament", "lblFavWep=Favorite Weapon:", true };
         QTest::newRow("frmBotsEditing") << FormShot { [] { return mainWindow(true); }, "Tournament.qvn[*] - Quorvane for Unreal Tournament", "lblFavWep=Favorite Weapon:" };
         QTest::newRow("dlgOptionsPaths") << FormShot { [] { return options(0); }, "Quorvane Options", "optPathChange=UT Path:" };
         QTest::newRow("dlgOptionsBoss") << FormShot { [] { return options(1); }, "Quorvane Options", "lblFilename=skeletalcharsfix313.int" };
