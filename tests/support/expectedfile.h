@@ -21,12 +21,12 @@ inline QStringList expectedSection(
                      : QStringList { "no [" + tag + "] in " + name };
 }
 
-// `lines` as such a file holds them: line breaks written out as \r\n and \n,
-// and `root` (a path ending with a separator) as "<root>/".
+// `lines` as such a file holds them: escaped(), and `root` (a path ending
+// with a separator) as "<root>/".
 inline QStringList writtenDown(QStringList lines, const QString &root)
 {
     for (QString &line : lines)
-        line.replace(root, "<root>/").replace("\r\n", "\\r\\n").replace('\n', "\\n");
+        line = escaped(line.replace(root, "<root>/"));
     return lines;
 }
 

@@ -55,10 +55,14 @@ QStringList testDataLines(const QString &name)
     return QString::fromUtf8(readTestFile(testDataDir() + name)).split(u'\n', Qt::SkipEmptyParts);
 }
 
+QString escaped(QString text)
+{
+    return text.replace('\r', "\\r").replace('\n', "\\n").replace('\t', "\\t");
+}
+
 QString expectedLine(const QString &tag, const QString &text)
 {
-    QString line = tag + ':' + (text.isEmpty() ? "" : " ") + text;
-    return line.replace('\r', "\\r").replace('\n', "\\n").replace('\t', "\\t");
+    return escaped(tag + ':' + (text.isEmpty() ? "" : " ") + text);
 }
 
 QStringList expectedLines(const QString &name, const QStringList &said)

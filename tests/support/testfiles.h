@@ -36,8 +36,12 @@ QString byteDifference(const QByteArray &actual, const QByteArray &expected);
 // program writes.
 QByteArray crlf(const QStringList &lines);
 
-// "tag: text", its line breaks and tabs written as \r, \n and \t: one line
-// of a file of expected messages. Tags hold no colon.
+// `text` with its line breaks and tabs written as \r, \n and \t, so that
+// it stands on one line of an expected file.
+QString escaped(QString text);
+
+// "tag: text", escaped: one line of a file of expected messages. Tags hold
+// no colon.
 QString expectedLine(const QString &tag, const QString &text);
 // The lines of the expected file `name` in the test data whose tags are
 // among those of `said`: rows a platform leaves out are left out here too.
